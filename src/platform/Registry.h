@@ -1,0 +1,23 @@
+#pragma once
+// The registry stand-in: keys and values of HKEY_LOCAL_MACHINE kept in an INI file ("registry.ini")
+// in the Windows directory. Key paths use backslashes as on Windows.
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace hv {
+
+class Registry {
+public:
+    virtual ~Registry() = default;
+    virtual bool Key_Exists(const QString& keyPath) = 0;
+    virtual QStringList Enum_Keys(const QString& keyPath) = 0;
+    virtual std::optional<QString> Get_String(const QString& keyPath, const QString& name) = 0;
+    virtual std::optional<QByteArray> Get_Binary(const QString& keyPath, const QString& name) = 0;
+    virtual bool Set_String(const QString& keyPath, const QString& name, const QString& value) = 0;
+    virtual bool Set_Dword(const QString& keyPath, const QString& name, quint32 value) = 0;
+    virtual bool Set_Binary(const QString& keyPath, const QString& name, const QByteArray& value) = 0;
+};
+
+} // namespace hv

@@ -1,0 +1,83 @@
+#pragma once
+// The platform of the scenario driver and the tests: a world made of two fresh folders (the Windows
+// directory and the executable's directory), a clock that stands still, an answer queue for questions and
+// file dialogs, and a record of every message box and launch.
+#include "platform/Platform.h"
+
+#include <QTemporaryDir>
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace hv {
+
+struct RecordedBox {
+    QString text;
+    MsgStyle style;
+    MsgButtons buttons;
+    QString title;
+    MsgAnswer answer;
+};
+
+class ScriptedPlatform final : public Platform {
+public:
+    // With empty folders, makes two temporary ones that live as long as the platform.
+    explicit ScriptedPlatform(const QString& windowsDir = QString(), const QString& appDir = QString());
+    ~ScriptedPlatform() override;
+
+    MsgAnswer MsgBox(const QString& text, MsgStyle style, MsgButtons buttons, const QString& title) override;
+    FileDialogAnswer FileDialog(const FileDialogRequest& request) override;
+    bool Shell_Open(const QString& target) override;
+    bool Start_Program(const QString& commandLine, bool hidden) override;
+    Registry& Registry_Root() override;
+    QString Provider_Library_Path() override;
+    HttpAnswer Http_Get(const QString& url, int timeoutMs) override;
+    QString Windows_Directory() override { return m_windowsDir; }
+    QString App_Path() override { return m_appDir; }
+    QString App_Exe_Name() override { return QStringLiteral("halvenorts"); }
+    QString User_Name() override { return m_userName; }
+    QDateTime Now() override { return m_now; }
+    bool Is_Wow64() override { return m_wow64; }
+    bool Previous_Instance_Running() override { return m_instanceRunning; }
+    void Do_Events() override;
+    bool Interactive() const override { return false; }
+
+    // The world.
+    QString m_userName = QStringLiteral("Administrator");
+    QDateTime m_now;             // default 2026-01-15 10:00:00
+    bool m_wow64 = false;
+    bool m_instanceRunning = false;
+    bool m_providerMissing = false;
+    std::deque<MsgAnswer> m_answers;              // for boxes that ask (Yes/No)
+    std::deque<FileDialogAnswer> m_dialogAnswers; // for file dialogs
+    std::deque<HttpAnswer> m_httpAnswers;         // an empty queue: unreachable
+
+    // What happened.
+    std::vector<RecordedBox> m_boxes;
+    std::vector<FileDialogRequest> m_dialogs;
+    QStringList m_launched;      // documents, URLs, mail addresses and command lines
+    QStringList m_httpRequests;
+    int m_doEvents = 0;
+    // Set when a question or file dialog found no queued answer (the box is recorded, No/Cancel given).
+    QString m_failure;
+    // Called for every box, dialog and launch as it happens (the driver's transcript).
+    std::function<void(const QString&)> m_onEvent;
+
+private:
+    std::unique_ptr<QTemporaryDir> m_ownWindowsDir, m_ownAppDir;
+    QString m_windowsDir, m_appDir;
+    std::unique_ptr<Registry> m_registry;
+};
+
+// Installs a platform for the life of a scope (tests).
+class PlatformScope final {
+public:
+    explicit PlatformScope(Platform& p) { Set_Platform(&p); }
+    ~PlatformScope() { Set_Platform(nullptr); }
+    PlatformScope(const PlatformScope&) = delete;
+    PlatformScope& operator=(const PlatformScope&) = delete;
+};
+
+} // namespace hv

@@ -1,0 +1,30 @@
+#pragma once
+// Lays down the policy store as the installer does. The console itself never creates the store; this is
+// used by the installer tool (halvenorts-setup), the scenario driver and the tests.
+#include <QDateTime>
+#include <QString>
+
+namespace hv {
+
+inline constexpr long kDefaultDemoReportRows = 4000;
+
+// The store's file name inside the Windows directory.
+QString Store_File_Name(); // "hvpolicy.iil"
+// Where the installer puts the store when no folder is given: $HALVENORTS_WINDIR, else /var/lib/halvenorts.
+QString Default_Windows_Directory();
+// The operating-system user running the tool ($USER, else the password database); empty if unknown.
+QString Current_Os_User();
+
+// Writes a new store at `path` (every table, index and key row). An existing file is kept and the call
+// fails unless `force` is set, in which case the file is replaced. The folder is created when missing.
+// On failure `error` (when given) holds a sentence for the user and nothing is left at `path` that was
+// not there before.
+bool Create_Store(const QString& path, bool force, QString* error);
+
+// Adds what a newcomer needs to see the console alive to a store made by Create_Store: Single User Mode,
+// `osUser` and a few more users, rules on several pages, two schedules and `reportRows` usage rows of
+// the four report kinds spread over the 30 days before `now`. One transaction.
+bool Fill_Demo(const QString& path, long reportRows, const QString& osUser, const QDateTime& now,
+               QString* error);
+
+} // namespace hv

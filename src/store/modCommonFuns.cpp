@@ -1,0 +1,63 @@
+#include "store/modCommonFuns.h"
+
+#include "platform/Platform.h"
+
+namespace hv {
+
+namespace {
+// Only the space character counts as a blank; tabs and other white space pass.
+bool Has_Blank(const QString& s) {
+    return s.contains(QLatin1Char(' '), Qt::CaseSensitive);
+}
+bool Has_Apostrophe(const QString& s) {
+    return s.contains(QLatin1Char('\''));
+}
+// A character outside the basic plane is one character, not two.
+qsizetype Length(const QString& s) {
+    return s.toUcs4().size();
+}
+} // namespace
+
+bool Is_Valid_User_Name(const QString& strName) {
+    return Length(strName) >= 1 && Length(strName) <= 255 && !Has_Apostrophe(strName);
+}
+
+bool Is_Valid_Password(const QString& strPassword) {
+    return Length(strPassword) >= 1 && Length(strPassword) <= 20 && !Has_Apostrophe(strPassword);
+}
+
+bool Is_Valid_Server_Name(const QString& strServer) {
+    return Length(strServer) >= 1 && Length(strServer) <= 100 && !Has_Blank(strServer);
+}
+
+// No upper end here: the entry field's own maximum length holds it.
+bool Is_Valid_File_Extension(const QString& strExtn) {
+    return Length(strExtn) >= 2 && !Has_Blank(strExtn);
+}
+
+bool Is_Valid_Email_Address(const QString& strEmail) {
+    return Length(strEmail) >= 1 && Length(strEmail) <= 50 && !Has_Blank(strEmail);
+}
+
+bool Is_Valid_Url(const QString& strUrl) {
+    return !Has_Blank(strUrl);
+}
+
+bool Is_Valid_Port(long lngPort) {
+    return lngPort >= 0 && lngPort <= 65535;
+}
+
+bool Is_Valid_Window_Title(const QString& /*strTitle*/) {
+    return true;
+}
+
+QString Bytes_To_Text(const QByteArray& bytes) {
+    // Latin-1 maps each byte to the character of the same code, so the text keeps every byte in place.
+    return QString::fromLatin1(bytes.constData(), bytes.size());
+}
+
+QString Get_Windows_User_Name() {
+    return platform().User_Name();
+}
+
+} // namespace hv

@@ -1,0 +1,24 @@
+#pragma once
+// The small checks the pages make before they write, and a few text helpers. The SQL of the store
+// operations carries values as they stand, so these validators are the pages' only guard for the
+// fields that use them. Lengths count characters; a "blank" is the single space character only.
+#include <QByteArray>
+#include <QString>
+
+namespace hv {
+
+bool Is_Valid_User_Name(const QString& strName);      // 1..255 characters, no apostrophe
+bool Is_Valid_Password(const QString& strPassword);   // 1..20 characters, no apostrophe
+bool Is_Valid_Server_Name(const QString& strServer);  // 1..100 characters, no blank
+bool Is_Valid_File_Extension(const QString& strExtn); // 2 or more characters, no blank
+bool Is_Valid_Email_Address(const QString& strEmail); // 1..50 characters, no blank
+bool Is_Valid_Url(const QString& strUrl);             // no blank; empty passes
+bool Is_Valid_Port(long lngPort);                     // 0..65535
+bool Is_Valid_Window_Title(const QString& strTitle);  // always true
+
+// One character per byte, zero bytes included (catalogue entries are read this way).
+QString Bytes_To_Text(const QByteArray& bytes);
+// The operating-system user name; empty when it cannot be had.
+QString Get_Windows_User_Name();
+
+} // namespace hv

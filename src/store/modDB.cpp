@@ -1,0 +1,331 @@
+#include "store/modDB.h"
+
+#include "console/clsLog.h"
+#include "platform/Err.h"
+#include "platform/Platform.h"
+#include "store/Statements.h"
+
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <sqlite3.h>
+
+#include <cmath>
+#include <limits>
+#include <map>
+#include <memory>
+#include <unordered_map>
+
+namespace hv {
+
+// ---------------------------------------------------------------------------------------------------
+// Result table
+
+const std::optional<QString>& ResultTable::Cell(int row, int col) const {
+    if (row < 0 || col < 0 || row >= int(m_rows.size()) || col >= int(m_rows[size_t(row)].size()))
+        Err().Raise(errnum::SubscriptOutOfRange);
+    return m_rows[size_t(row)][size_t(col)];
+}
+
+QString ResultTable::Text(int row, int col) const {
+    const auto& cell = Cell(row, col);
+    if (!cell)
+        Err().Raise(errnum::InvalidUseOfNull);
+    return *cell;
+}
+
+bool ResultTable::Is_Null(int row, int col) const {
+    return !Cell(row, col).has_value();
+}
+
+qint64 ResultTable::Long(int row, int col) const {
+    const QString text = Text(row, col);
+    // What an implicit conversion of a text to a whole number accepts: blanks around a decimal number,
+    // which may carry a sign, a fraction and an exponent; a fraction rounds half to even.
+    static const QRegularExpression number(
+        QStringLiteral("^\\s*([+-]?)(?:(\\d+)|(\\d+\\.\\d*|\\.\\d+|\\d+(?:\\.\\d*)?[eE][+-]?\\d+))\\s*$"));
+    const auto m = number.match(text);
+    if (!m.hasMatch())
+        Err().Raise(errnum::TypeMismatch);
+    if (m.capturedLength(2) > 0) {
+        bool ok = false;
+        const qint64 whole = (m.captured(1) + m.captured(2)).toLongLong(&ok);
+        if (!ok)
+            Err().Raise(errnum::Overflow);
+        return whole;
+    }
+    const double value = (m.captured(1) + m.captured(3)).toDouble();
+    const double rounded = std::nearbyint(value); // the default rounding mode is to nearest, ties to even
+    if (!(rounded >= -9.2233720368547758e18 && rounded < 9.2233720368547758e18))
+        Err().Raise(errnum::Overflow);
+    return qint64(rounded);
+}
+
+void ResultTable::Set_Columns(const std::vector<QString>& names) {
+    m_rows.clear();
+    std::vector<std::optional<QString>> header(names.begin(), names.end());
+    m_rows.push_back(std::move(header));
+    m_columns = int(names.size());
+}
+
+void ResultTable::Append_Row(std::vector<std::optional<QString>> cells) {
+    if (m_rows.empty())
+        m_rows.emplace_back(); // a name row is always row 0
+    m_rows.push_back(std::move(cells));
+}
+
+// ---------------------------------------------------------------------------------------------------
+// Connections
+
+namespace {
+
+struct StmtDeleter {
+    void operator()(sqlite3_stmt* s) const { sqlite3_finalize(s); }
+};
+using StmtPtr = std::unique_ptr<sqlite3_stmt, StmtDeleter>;
+
+// One open store connection and the statements prepared on it. Batches run the same statement text
+// thousands of times with new values, so each text is prepared once per connection.
+class Connection final {
+public:
+    explicit Connection(sqlite3* db) : m_db(db) {}
+    ~Connection() {
+        m_statements.clear(); // every statement is finalized before the connection goes
+        sqlite3_close_v2(m_db);
+    }
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    sqlite3* Db() const { return m_db; }
+
+    // The prepared statement for this text, ready for new values; null with the error left on the
+    // connection when it does not prepare, and null without error for a text with no statement in it.
+    sqlite3_stmt* Prepare(const QString& text, int& rc) {
+        rc = SQLITE_OK;
+        if (auto it = m_statements.find(text); it != m_statements.end()) {
+            sqlite3_reset(it->second.get());
+            sqlite3_clear_bindings(it->second.get());
+            return it->second.get();
+        }
+        if (m_statements.size() >= kCacheLimit)
+            m_statements.clear();
+        const QByteArray utf8 = text.toUtf8();
+        sqlite3_stmt* raw = nullptr;
+        rc = sqlite3_prepare_v3(m_db, utf8.constData(), int(utf8.size()), SQLITE_PREPARE_PERSISTENT, &raw,
+                                nullptr);
+        if (rc != SQLITE_OK || !raw) {
+            sqlite3_finalize(raw);
+            return nullptr;
+        }
+        return m_statements.emplace(text, StmtPtr(raw)).first->second.get();
+    }
+
+private:
+    static constexpr size_t kCacheLimit = 64;
+    sqlite3* m_db;
+    std::unordered_map<QString, StmtPtr> m_statements;
+};
+
+std::map<int, std::unique_ptr<Connection>>& Connections() {
+    static std::map<int, std::unique_ptr<Connection>> registry;
+    return registry;
+}
+
+int Register(std::unique_ptr<Connection> c) {
+    auto& reg = Connections();
+    int handle = 1;
+    for (const auto& [h, _] : reg) {
+        if (h != handle)
+            break;
+        ++handle;
+    }
+    reg.emplace(handle, std::move(c));
+    return handle;
+}
+
+Connection* Find(int handle) {
+    auto& reg = Connections();
+    const auto it = reg.find(handle);
+    return it == reg.end() ? nullptr : it->second.get();
+}
+
+// Reports what Db_Open found and gives no connection.
+int Open_Failed() {
+    Show_Error(Err().Description, true);
+    Err().Clear();
+    return 0;
+}
+
+// An SQL failure: SQLite's own words in the report.
+bool Sql_Failed(const QString& message) {
+    Show_Error(message, true);
+    return false;
+}
+
+} // namespace
+
+QString Get_Windows_Directory() {
+    QString dir = platform().Windows_Directory();
+    while (dir.size() > 1 && (dir.endsWith(u'/') || dir.endsWith(u'\\')))
+        dir.chop(1);
+    return dir;
+}
+
+QString Get_Db_Path() {
+    return Get_Windows_Directory() + QStringLiteral("/hvpolicy.iil");
+}
+
+int Db_Open(const QString& path) {
+    const QFileInfo info(path);
+    if (!info.exists()) {
+        Err().Set(errnum::FileNotFound);
+        return Open_Failed();
+    }
+    if (info.isDir() || !info.isReadable()) {
+        Err().Set(errnum::PathFileAccessError);
+        return Open_Failed();
+    }
+    if (info.size() == 0)
+        return Open_Failed(); // nothing to open: the report carries whatever error is pending, usually none
+
+    sqlite3* db = nullptr;
+    // The console never creates the store, so a file that vanished in between stays a failure.
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
+    if (rc != SQLITE_OK) {
+        sqlite3_close_v2(db);
+        Err().Set(errnum::PathFileAccessError);
+        return Open_Failed();
+    }
+    return Register(std::make_unique<Connection>(db));
+}
+
+void Db_Close(int handle) {
+    if (handle != 0)
+        Connections().erase(handle);
+}
+
+bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
+    if (handle == 0)
+        return false;
+    table.Clear();
+    Connection* conn = Find(handle);
+    if (!conn)
+        return Sql_Failed(QString::fromUtf8(sqlite3_errstr(SQLITE_MISUSE)));
+    // A value with an apostrophe would have ended its literal early and broken the statement; it is
+    // refused the same way, and nothing of it runs.
+    if (sql.Has_Quote_In_Text())
+        return Sql_Failed(QStringLiteral("near \"'\": syntax error"));
+
+    int rc = SQLITE_OK;
+    sqlite3_stmt* stmt = conn->Prepare(sql.Bound_Text(), rc);
+    if (rc != SQLITE_OK)
+        return Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
+    if (!stmt) {
+        table.Set_Columns({});
+        rows = 0;
+        return true;
+    }
+
+    const std::vector<QVariant> values = sql.Values();
+    for (size_t i = 0; i < values.size(); ++i) {
+        const int index = int(i) + 1;
+        if (values[i].typeId() == QMetaType::QString) {
+            const QByteArray utf8 = values[i].toString().toUtf8();
+            rc = sqlite3_bind_text(stmt, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
+        } else {
+            rc = sqlite3_bind_int64(stmt, index, values[i].toLongLong());
+        }
+        if (rc != SQLITE_OK)
+            return Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
+    }
+
+    const int columns = sqlite3_column_count(stmt);
+    std::vector<QString> names;
+    names.reserve(size_t(columns));
+    for (int c = 0; c < columns; ++c)
+        names.push_back(QString::fromUtf8(sqlite3_column_name(stmt, c)));
+    table.Set_Columns(names);
+
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+        std::vector<std::optional<QString>> cells;
+        cells.reserve(size_t(columns));
+        for (int c = 0; c < columns; ++c) {
+            if (sqlite3_column_type(stmt, c) == SQLITE_NULL) {
+                cells.emplace_back(std::nullopt);
+                continue;
+            }
+            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, c));
+            cells.emplace_back(QString::fromUtf8(text, sqlite3_column_bytes(stmt, c)));
+        }
+        table.Append_Row(std::move(cells));
+    }
+    if (rc != SQLITE_DONE) {
+        const QString message = QString::fromUtf8(sqlite3_errmsg(conn->Db()));
+        sqlite3_reset(stmt);
+        return Sql_Failed(message);
+    }
+    sqlite3_reset(stmt);
+    rows = table.Rows();
+    return true;
+}
+
+bool Run_Query(const Sql& sql, long& rows, ResultTable& table) {
+    bool ok = false;
+    const int handle = Db_Open(Get_Db_Path());
+    if (handle != 0) {
+        if (Db_Exec(handle, sql, table, rows))
+            ok = true;
+        else
+            Report_Error();
+    }
+    Db_Close(handle);
+    return ok;
+}
+
+bool Run_In_Transaction(const Sql& sql) {
+    bool ok = false;
+    ResultTable table;
+    long rows = 0;
+    const int handle = Db_Open(Get_Db_Path());
+    Db_Exec(handle, Sql(kBeginTrans), table, rows);
+    if (handle != 0) {
+        if (Db_Exec(handle, sql, table, rows))
+            ok = true;
+        else
+            Report_Error();
+    }
+    // Committed whatever became of the statement: nothing in the program rolls back.
+    Db_Exec(handle, Sql(kCommitTrans), table, rows);
+    Db_Close(handle);
+    return ok;
+}
+
+bool Compact_Database() {
+    bool ok = false;
+    ResultTable table;
+    long rows = 0;
+    const int handle = Db_Open(Get_Db_Path());
+    if (handle != 0 && Db_Exec(handle, Sql("VACUUM"), table, rows)) {
+        Log_Event(QStringLiteral("Database compressed successfully!"), 1, true);
+        ok = true;
+    }
+    Db_Close(handle);
+    return ok;
+}
+
+bool Get_Remote_Settings(long& mode, QString& server, long& port) {
+    ResultTable table;
+    long rows = 0;
+    if (!Run_Query(stmt::Get_Remote_Settings(), rows, table))
+        return false;
+    try {
+        mode = long(table.Long(1, 0));
+        server = table.Text(1, 1);
+        port = long(table.Long(1, 2));
+        return true;
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+        return false;
+    }
+}
+
+} // namespace hv

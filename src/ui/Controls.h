@@ -55,6 +55,9 @@ public:
     void Set_Value(int v); // runs Click when the value changes
 Q_SIGNALS:
     void Click();
+
+protected:
+    void nextCheckState() override;
 };
 
 class OptionButton final : public QRadioButton {
@@ -84,6 +87,7 @@ public:
     void Set_Item_Data(int i, long v);
     QString Text() const { return currentText(); }
     void Set_Text(const QString& t); // editable style only
+    void User_Choose(int i);         // what a user's pick in the list does: Click, even for the same entry
 Q_SIGNALS:
     void Click();
     void Change();
@@ -101,6 +105,9 @@ public:
     QChar Password_Char() const { return m_passwordChar; }
 Q_SIGNALS:
     void Change();
+
+protected:
+    void keyPressEvent(QKeyEvent* e) override;
 
 private:
     int m_maxLength = 0;
@@ -149,6 +156,7 @@ public:
     bool Enabled() const { return m_enabled; }
     void Set_Enabled(bool on);
     int Interval() const { return m_interval; }
+    void Set_Interval(int ms);
     void Fire(); // runs the Timer event once, whether or not enabled
 Q_SIGNALS:
     void Timer_Event();

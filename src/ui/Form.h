@@ -13,8 +13,11 @@
 // Key preview: with KeyPreview set, Form_KeyPress sees every key of every control on the form first and
 // can swallow it (KeyAscii = 0) or change it; then the control's own KeyPress handler (Set_KeyPress) runs.
 #include <QDialog>
+#include <QPointer>
 #include <QString>
 #include <functional>
+
+class QKeyEvent;
 
 namespace hv::ui {
 
@@ -51,9 +54,24 @@ protected:
 
 private:
     friend int Route_Key(QWidget* target, int KeyAscii);
+    friend void Set_Focus(QWidget* control);
+    // Puts the form's event filter on a widget and everything below it.
+    void Watch_Tree(QWidget* w);
+    bool Filter_Key(QWidget* w, QKeyEvent* e);
+    // The focus went to `control` (a control of this form): LostFocus of the one before, GotFocus of it.
+    void Focus_Moved(QWidget* control);
+
     bool m_loaded = false;
     bool m_unloading = false;
+    bool m_inCloseEvent = false;
+    bool m_inExec = false;
+    // The control that has the focus as far as the pages are concerned; kept by the form itself because
+    // a window that is not active (headless, or behind another) gets no focus events from the system.
+    QPointer<QWidget> m_focus;
 };
+
+// The form a widget belongs to (the nearest Form among itself and its parents), or null.
+Form* Form_Of(const QWidget* w);
 
 // Sends one key (an ASCII code: 13 Enter, 27 Esc, 8 Backspace, 9 Tab, or a character) to a control as the
 // user's key press: the form's KeyPress first when KeyPreview is on, then the control's handler. Returns

@@ -10,11 +10,13 @@
 #include <memory>
 
 class QAbstractItemView;
+class QItemSelection;
 
 namespace hv::ui {
 
 class ImageList;
 class ListViewModel;
+class LabelEditDelegate;
 
 class ListView final : public QWidget {
     Q_OBJECT
@@ -90,6 +92,7 @@ public:
     int Hit_Test(const QPoint& viewportPos) const;  // 0 when no item is there
 
     QAbstractItemView* View_Widget() const;
+    QSize sizeHint() const override;
 
 Q_SIGNALS:
     void ItemClick(int index);
@@ -99,9 +102,20 @@ Q_SIGNALS:
     void AfterLabelEdit(int& Cancel, QString& NewString);
     void MouseMove(const QPoint& viewportPos);
 
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
+    friend class ListViewModel;
+    void Check_Index(int index) const; // raises 35600 unless 1..Count
+    void Apply_Column_Width(int col);
+    void Close_Editor();               // closes the desktop's editor, if one is open, without an event
+    void On_Selection_Changed(const QItemSelection& selected, const QItemSelection& deselected);
+
     std::unique_ptr<ListViewModel> m_model;
     QAbstractItemView* m_view = nullptr;
+    LabelEditDelegate* m_delegate = nullptr;
+    bool m_settingWidth = false;
     int m_widthTwips = 0;
     int m_heightTwips = 0;
     int m_editIndex = 0;

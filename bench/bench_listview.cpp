@@ -1,0 +1,173 @@
+// Fills the page kit's list view with 1,000,000 rows and, in the same run, a bare QTreeView over a minimal
+// table model of the same strings. Each variant runs in a child process of its own so that its peak
+// memory (VmHWM) is its own. The kit must stay within 1.5 times the reference's time and peak memory,
+// both for a fill row by row (Add, as the pages load their lists) and in one go (Add_Many).
+#include "ui/ListView.h"
+
+#include <QAbstractTableModel>
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTreeView>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kRows = 1'000'000;
+constexpr double kAllowance = 1.5;
+constexpr int kRounds = 3;
+
+class BareModel final : public QAbstractTableModel {
+public:
+    explicit BareModel(QStringList texts) : m_texts(std::move(texts)) {}
+    int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : int(m_texts.size()); }
+    int columnCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : 1; }
+    QVariant data(const QModelIndex& index, int role) const override {
+        return role == Qt::DisplayRole ? QVariant(m_texts.at(index.row())) : QVariant();
+    }
+
+private:
+    QStringList m_texts;
+};
+
+QStringList Make_Texts() {
+    QStringList texts;
+    texts.reserve(kRows);
+    for (int i = 0; i < kRows; ++i)
+        texts.append(QStringLiteral("www.example-site-%1.com").arg(i));
+    return texts;
+}
+
+long Peak_Kb() {
+    QFile f(QStringLiteral("/proc/self/status"));
+    if (!f.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray& line : f.readAll().split('\n'))
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').value(0).toLong();
+    return -1;
+}
+
+// Shows the view, lets it lay out and paint, and scrolls to the end and back as a user would.
+void Settle(QWidget& top, QAbstractItemView& view) {
+    top.resize(400, 500);
+    top.show();
+    QApplication::processEvents();
+    view.scrollToBottom();
+    QApplication::processEvents();
+    view.scrollToTop();
+    QApplication::processEvents();
+}
+
+enum Variant { Reference, KitAdd, KitAddMany };
+
+// Runs one variant and returns milliseconds; the caller reads the peak afterwards. The strings exist
+// before the clock starts, as the rows of a store's answer do; each list then takes them into storage
+// of its own (the strings' data is shared, not copied) and is shown and scrolled.
+double Run(Variant variant) {
+    QStringList source = Make_Texts();
+    QElapsedTimer clock;
+    clock.start();
+    if (variant == Reference) {
+        QStringList own;
+        for (const QString& t : source)
+            own.append(t);
+        source = QStringList();
+        BareModel model(std::move(own));
+        QTreeView view;
+        view.setModel(&model);
+        Settle(view, view);
+        return double(clock.nsecsElapsed()) / 1e6;
+    }
+    hv::ui::ListView list(QStringLiteral("lvwBench"), hv::ui::ListView::Report, nullptr);
+    list.Add_Column(QStringLiteral("Entry"), 5000);
+    if (variant == KitAdd) {
+        for (const QString& t : source)
+            list.Add(t, QStringLiteral("Entry"));
+    } else {
+        list.Add_Many(source, QStringLiteral("Entry"));
+    }
+    source = QStringList();
+    Settle(list, *list.View_Widget());
+    const double ms = double(clock.nsecsElapsed()) / 1e6;
+    if (list.Count() != kRows || list.Text(kRows) != QStringLiteral("www.example-site-%1.com").arg(kRows - 1)) {
+        std::fprintf(stderr, "the list does not hold the rows\n");
+        std::exit(3);
+    }
+    return ms;
+}
+
+struct Result {
+    double ms = 0;
+    long peakKb = 0;
+};
+
+Result In_Child(Variant variant, int argc, char** argv) {
+    int fds[2];
+    if (pipe(fds) != 0)
+        std::exit(2);
+    const pid_t pid = fork();
+    if (pid == 0) {
+        close(fds[0]);
+        QApplication app(argc, argv);
+        Result r;
+        r.ms = Run(variant);
+        r.peakKb = Peak_Kb();
+        if (write(fds[1], &r, sizeof r) != ssize_t(sizeof r))
+            _exit(2);
+        _exit(0);
+    }
+    close(fds[1]);
+    Result r;
+    const bool ok = read(fds[0], &r, sizeof r) == ssize_t(sizeof r);
+    close(fds[0]);
+    int status = 0;
+    waitpid(pid, &status, 0);
+    if (!ok || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+        std::fprintf(stderr, "variant %d failed\n", int(variant));
+        std::exit(2);
+    }
+    return r;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (!std::getenv("QT_QPA_PLATFORM"))
+        setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    // "bench_listview N" runs variant N alone in this process (for a profiler).
+    if (argc == 2) {
+        QApplication app(argc, argv);
+        const double ms = Run(Variant(std::atoi(argv[1])));
+        std::printf("variant %s: %.1f ms, peak %.1f MB\n", argv[1], ms, Peak_Kb() / 1024.0);
+        return 0;
+    }
+    // The machine may be busy with other work: each variant runs a few times, interleaved, and its best
+    // time counts (the peak is the same every time).
+    Result ref, add, many;
+    for (int round = 0; round < kRounds; ++round) {
+        for (auto [variant, best] : {std::pair{Reference, &ref}, {KitAdd, &add}, {KitAddMany, &many}}) {
+            const Result r = In_Child(variant, argc, argv);
+            if (round == 0 || r.ms < best->ms)
+                best->ms = r.ms;
+            best->peakKb = std::max(best->peakKb, r.peakKb);
+        }
+    }
+    std::printf("%-28s %10s %12s\n", "1,000,000 rows", "time (ms)", "peak (MB)");
+    std::printf("%-28s %10.1f %12.1f\n", "bare QTreeView (reference)", ref.ms, ref.peakKb / 1024.0);
+    std::printf("%-28s %10.1f %12.1f\n", "ListView, Add row by row", add.ms, add.peakKb / 1024.0);
+    std::printf("%-28s %10.1f %12.1f\n", "ListView, Add_Many", many.ms, many.peakKb / 1024.0);
+    bool ok = true;
+    for (const Result* r : {&add, &many}) {
+        if (r->ms > kAllowance * ref.ms || double(r->peakKb) > kAllowance * double(ref.peakKb))
+            ok = false;
+    }
+    std::printf("%s (allowance %.1fx)\n", ok ? "PASS" : "FAIL", kAllowance);
+    return ok ? 0 : 1;
+}

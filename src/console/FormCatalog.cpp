@@ -1,0 +1,36 @@
+#include "console/FormCatalog.h"
+
+#include "console/frmLogin.h"
+#include "ui/Forms.h"
+
+// One line a page. A page that is not listed here cannot be opened by name.
+#include "appcontrol/frmEXEBlocker.h"
+#include "appcontrol/frmWindowBlocker.h"
+#include "console/frmMain.h"
+#include "filters/frmEmailFilter.h"
+#include "filters/frmFileFilter.h"
+#include "filters/frmPortFilter.h"
+#include "filters/frmWebsiteFilter.h"
+
+namespace hv {
+
+namespace {
+template <class T> void Add(const char* name) {
+    ui::Forms::Register(QLatin1String(name), [] { return static_cast<ui::Form*>(&ui::Forms::Get<T>()); });
+}
+} // namespace
+
+void Register_All_Forms() {
+    // The pictures the forms are built with must be there before the first form is.
+    Init_Console_Images();
+    Add<frmLogin>("frmLogin");
+    Add<frmMain>("frmMain");
+    Add<frmWebsiteFilter>("frmWebsiteFilter");
+    Add<frmFileFilter>("frmFileFilter");
+    Add<frmEmailFilter>("frmEmailFilter");
+    Add<frmPortFilter>("frmPortFilter");
+    Add<frmEXEBlocker>("frmEXEBlocker");
+    Add<frmWindowBlocker>("frmWindowBlocker");
+}
+
+} // namespace hv

@@ -1,0 +1,39 @@
+// The console's process: the desktop platform, the page catalogue, Main, and the forms' message loop for
+// as long as any form is there.
+#include "console/FormCatalog.h"
+#include "console/modProgram.h"
+#include "platform/qt/QtPlatform.h"
+#include "ui/Forms.h"
+
+#include <QApplication>
+#include <QTimer>
+
+int main(int argc, char* argv[]) {
+    QApplication app(argc, argv);
+    // The process ends when the last form is gone, not when the last window closes: between the login
+    // form and the main console there is a moment with no window at all.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    hv::QtPlatform desktop;
+    hv::Set_Platform(&desktop);
+    hv::Register_All_Forms();
+
+    // The command line as one text, as the program receives it.
+    QStringList words;
+    for (int i = 1; i < argc; ++i)
+        words << QString::fromLocal8Bit(argv[i]);
+    hv::Run_Main(words.join(u' '));
+
+    int rc = 0;
+    if (hv::ui::Forms::Count() > 0) {
+        QTimer watch;
+        QObject::connect(&watch, &QTimer::timeout, &app, [] {
+            if (hv::ui::Forms::Count() == 0)
+                QCoreApplication::quit();
+        });
+        watch.start(100);
+        rc = QApplication::exec();
+    }
+    hv::Set_Platform(nullptr);
+    return rc;
+}

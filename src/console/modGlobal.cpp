@@ -1,0 +1,7 @@
+#include "console/modGlobal.h"
+
+namespace hv {
+
+bool Remote_Mode = false;
+
+} // namespace hv

@@ -1,0 +1,178 @@
+#include "platform/ScriptedPlatform.h"
+
+#include "platform/IniRegistry.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+namespace hv {
+
+namespace {
+
+QString Style_Word(MsgStyle s) {
+    switch (s) {
+    case MsgStyle::Plain:
+        return QStringLiteral("plain");
+    case MsgStyle::Critical:
+        return QStringLiteral("critical");
+    case MsgStyle::Question:
+        return QStringLiteral("question");
+    case MsgStyle::Exclamation:
+        return QStringLiteral("exclamation");
+    case MsgStyle::Information:
+        return QStringLiteral("information");
+    }
+    return QString();
+}
+
+QString Answer_Word(MsgAnswer a) {
+    switch (a) {
+    case MsgAnswer::OK:
+        return QStringLiteral("OK");
+    case MsgAnswer::Cancel:
+        return QStringLiteral("Cancel");
+    case MsgAnswer::Yes:
+        return QStringLiteral("Yes");
+    case MsgAnswer::No:
+        return QStringLiteral("No");
+    }
+    return QString();
+}
+
+// A text on one transcript line: line ends shown as escapes.
+QString One_Line(const QString& s) {
+    QString out = s;
+    out.replace(u'\\', QStringLiteral("\\\\"));
+    out.replace(u'\r', QStringLiteral("\\r"));
+    out.replace(u'\n', QStringLiteral("\\n"));
+    out.replace(u'"', QStringLiteral("\\\""));
+    return u'"' + out + u'"';
+}
+
+} // namespace
+
+ScriptedPlatform::ScriptedPlatform(const QString& windowsDir, const QString& appDir)
+    : m_now(QDate(2026, 1, 15), QTime(10, 0, 0)) {
+    if (windowsDir.isEmpty()) {
+        m_ownWindowsDir =
+            std::make_unique<QTemporaryDir>(QDir::tempPath() + QStringLiteral("/hv-windows-XXXXXX"));
+        m_windowsDir = m_ownWindowsDir->path();
+    } else {
+        m_windowsDir = windowsDir;
+    }
+    if (appDir.isEmpty()) {
+        m_ownAppDir = std::make_unique<QTemporaryDir>(QDir::tempPath() + QStringLiteral("/hv-app-XXXXXX"));
+        m_appDir = m_ownAppDir->path();
+    } else {
+        m_appDir = appDir;
+    }
+    while (m_windowsDir.size() > 1 && m_windowsDir.endsWith(u'/'))
+        m_windowsDir.chop(1);
+    while (m_appDir.size() > 1 && m_appDir.endsWith(u'/'))
+        m_appDir.chop(1);
+    m_registry = std::make_unique<IniRegistry>(m_windowsDir + QStringLiteral("/registry.ini"));
+}
+
+ScriptedPlatform::~ScriptedPlatform() = default;
+
+MsgAnswer ScriptedPlatform::MsgBox(const QString& text, MsgStyle style, MsgButtons buttons,
+                                   const QString& title) {
+    MsgAnswer answer = MsgAnswer::OK;
+    if (buttons == MsgButtons::YesNo) {
+        if (m_answers.empty()) {
+            answer = MsgAnswer::No;
+            if (m_failure.isEmpty())
+                m_failure = QStringLiteral("unanswered question: ") + One_Line(text);
+        } else {
+            answer = m_answers.front();
+            m_answers.pop_front();
+            if (answer != MsgAnswer::Yes && answer != MsgAnswer::No) {
+                if (m_failure.isEmpty())
+                    m_failure = QStringLiteral("the queued answer %1 does not fit a Yes/No question: %2")
+                                    .arg(Answer_Word(answer), One_Line(text));
+                answer = MsgAnswer::No;
+            }
+        }
+    }
+    m_boxes.push_back(RecordedBox{text, style, buttons, title, answer});
+    if (m_onEvent)
+        m_onEvent(QStringLiteral("msgbox %1 %2 %3 %4 -> %5")
+                      .arg(Style_Word(style),
+                           buttons == MsgButtons::YesNo ? QStringLiteral("yesno") : QStringLiteral("ok"),
+                           One_Line(text), One_Line(title), Answer_Word(answer)));
+    return answer;
+}
+
+FileDialogAnswer ScriptedPlatform::FileDialog(const FileDialogRequest& request) {
+    m_dialogs.push_back(request);
+    FileDialogAnswer answer;
+    if (m_dialogAnswers.empty()) {
+        if (m_failure.isEmpty())
+            m_failure = QStringLiteral("unanswered file dialog: ") + One_Line(request.title);
+    } else {
+        answer = m_dialogAnswers.front();
+        m_dialogAnswers.pop_front();
+    }
+    if (m_onEvent) {
+        QString result;
+        if (answer.cancelled)
+            result = QStringLiteral("cancel");
+        else if (!answer.directory.isEmpty())
+            result = One_Line(answer.directory) + u' ' + answer.files.join(u' ');
+        else
+            result = answer.files.join(u' ');
+        m_onEvent(QStringLiteral("dialog %1 %2 -> %3")
+                      .arg(request.save ? QStringLiteral("save") : QStringLiteral("open"),
+                           One_Line(request.title), result));
+    }
+    return answer;
+}
+
+bool ScriptedPlatform::Shell_Open(const QString& target) {
+    m_launched << target;
+    if (m_onEvent)
+        m_onEvent(QStringLiteral("open ") + One_Line(target));
+    return true;
+}
+
+bool ScriptedPlatform::Start_Program(const QString& commandLine, bool hidden) {
+    m_launched << commandLine;
+    if (m_onEvent)
+        m_onEvent(QStringLiteral("start program%1 %2")
+                      .arg(hidden ? QStringLiteral(" (hidden)") : QString(), One_Line(commandLine)));
+    return true;
+}
+
+Registry& ScriptedPlatform::Registry_Root() {
+    return *m_registry;
+}
+
+QString ScriptedPlatform::Provider_Library_Path() {
+    if (m_providerMissing)
+        return m_appDir + QStringLiteral("/hvsock-missing/hvsock.so");
+    return QStringLiteral(HV_PROVIDER_BUILD_PATH);
+}
+
+HttpAnswer ScriptedPlatform::Http_Get(const QString& url, int timeoutMs) {
+    (void)timeoutMs;
+    m_httpRequests << url;
+    HttpAnswer answer;
+    if (!m_httpAnswers.empty()) {
+        answer = m_httpAnswers.front();
+        m_httpAnswers.pop_front();
+    }
+    if (m_onEvent)
+        m_onEvent(QStringLiteral("http GET %1 -> %2")
+                      .arg(One_Line(url), answer.reached ? QString::number(answer.status) + u' ' +
+                                                               One_Line(QString::fromUtf8(answer.body))
+                                                         : QStringLiteral("unreachable")));
+    return answer;
+}
+
+void ScriptedPlatform::Do_Events() {
+    ++m_doEvents;
+    if (QCoreApplication::instance())
+        QCoreApplication::processEvents();
+}
+
+} // namespace hv

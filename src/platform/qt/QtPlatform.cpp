@@ -1,0 +1,224 @@
+#include "platform/qt/QtPlatform.h"
+
+#include "platform/IniRegistry.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QEventLoop>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QNetworkAccessManager>
+#include <QNetworkReply>
+#include <QNetworkRequest>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QTimer>
+#include <QUrl>
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+namespace hv {
+
+QtPlatform::QtPlatform() = default;
+
+QtPlatform::~QtPlatform() {
+    if (m_lockFd >= 0)
+        ::close(m_lockFd);
+}
+
+MsgAnswer QtPlatform::MsgBox(const QString& text, MsgStyle style, MsgButtons buttons, const QString& title) {
+    QMessageBox box(QApplication::activeWindow());
+    box.setWindowTitle(title);
+    box.setText(text);
+    switch (style) {
+    case MsgStyle::Plain:
+        box.setIcon(QMessageBox::NoIcon);
+        break;
+    case MsgStyle::Critical:
+        box.setIcon(QMessageBox::Critical);
+        break;
+    case MsgStyle::Question:
+        box.setIcon(QMessageBox::Question);
+        break;
+    case MsgStyle::Exclamation:
+        box.setIcon(QMessageBox::Warning);
+        break;
+    case MsgStyle::Information:
+        box.setIcon(QMessageBox::Information);
+        break;
+    }
+    if (buttons == MsgButtons::YesNo) {
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box.setDefaultButton(QMessageBox::Yes);
+        box.setEscapeButton(QMessageBox::No);
+        return box.exec() == QMessageBox::Yes ? MsgAnswer::Yes : MsgAnswer::No;
+    }
+    box.setStandardButtons(QMessageBox::Ok);
+    box.exec();
+    return MsgAnswer::OK;
+}
+
+QString QtPlatform::Qt_Filter(const QString& filter) {
+    const QStringList parts = filter.split(u'|');
+    QStringList out;
+    for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+        QStringList patterns = parts[i + 1].split(u';', Qt::SkipEmptyParts);
+        for (QString& p : patterns) {
+            p = p.trimmed();
+            if (p == QLatin1String("*.*"))
+                p = QStringLiteral("*");
+        }
+        out << QStringLiteral("%1 (%2)").arg(parts[i].trimmed(), patterns.join(u' '));
+    }
+    return out.join(QStringLiteral(";;"));
+}
+
+FileDialogAnswer QtPlatform::FileDialog(const FileDialogRequest& request) {
+    FileDialogAnswer answer;
+    const QString filter = Qt_Filter(request.filter);
+    QWidget* owner = QApplication::activeWindow();
+    if (request.save) {
+        const QString f = QFileDialog::getSaveFileName(owner, request.title, request.fileName, filter);
+        if (!f.isEmpty()) {
+            answer.cancelled = false;
+            answer.files << QDir::toNativeSeparators(f);
+        }
+        return answer;
+    }
+    if (!request.multiSelect) {
+        const QString f = QFileDialog::getOpenFileName(owner, request.title, request.fileName, filter);
+        if (!f.isEmpty()) {
+            answer.cancelled = false;
+            answer.files << QDir::toNativeSeparators(f);
+        }
+        return answer;
+    }
+    const QStringList files = QFileDialog::getOpenFileNames(owner, request.title, request.fileName, filter);
+    if (files.isEmpty())
+        return answer;
+    answer.cancelled = false;
+    if (files.size() == 1) {
+        answer.files << QDir::toNativeSeparators(files.front());
+        return answer;
+    }
+    // Several files come back as their folder and their bare names, as the desktop's dialog gives them.
+    answer.directory = QDir::toNativeSeparators(QFileInfo(files.front()).absolutePath());
+    for (const QString& f : files)
+        answer.files << QFileInfo(f).fileName();
+    return answer;
+}
+
+bool QtPlatform::Shell_Open(const QString& target) {
+    const QUrl url = target.contains(QLatin1String("://")) || target.startsWith(QLatin1String("mailto:"))
+                         ? QUrl(target)
+                         : QUrl::fromLocalFile(target);
+    return QDesktopServices::openUrl(url);
+}
+
+bool QtPlatform::Start_Program(const QString& commandLine, bool hidden) {
+    (void)hidden; // a detached process has no window of ours to hide
+    QStringList args = QProcess::splitCommand(commandLine);
+    if (args.isEmpty())
+        return false;
+    const QString program = args.takeFirst();
+    return QProcess::startDetached(program, args);
+}
+
+Registry& QtPlatform::Registry_Root() {
+    if (!m_registry)
+        m_registry = std::make_unique<IniRegistry>(Windows_Directory() + QStringLiteral("/registry.ini"));
+    return *m_registry;
+}
+
+QString QtPlatform::Provider_Library_Path() {
+    return App_Path() + QStringLiteral("/hvsock.so");
+}
+
+HttpAnswer QtPlatform::Http_Get(const QString& url, int timeoutMs) {
+    HttpAnswer answer;
+    QNetworkAccessManager manager;
+    QNetworkRequest request{QUrl(url)};
+    request.setTransferTimeout(timeoutMs);
+    QNetworkReply* reply = manager.get(request);
+    QEventLoop loop;
+    QTimer guard;
+    guard.setSingleShot(true);
+    QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
+    QObject::connect(&guard, &QTimer::timeout, &loop, &QEventLoop::quit);
+    guard.start(timeoutMs);
+    loop.exec(QEventLoop::ExcludeUserInputEvents);
+    if (!reply->isFinished()) {
+        reply->abort();
+    } else {
+        const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
+        if (status.isValid()) {
+            answer.reached = true;
+            answer.status = status.toInt();
+            answer.body = reply->readAll();
+        }
+    }
+    reply->deleteLater();
+    return answer;
+}
+
+QString QtPlatform::Windows_Directory() {
+    QString dir = qEnvironmentVariable("HALVENORTS_WINDIR");
+    if (dir.isEmpty())
+        dir = QStringLiteral("/var/lib/halvenorts");
+    while (dir.size() > 1 && dir.endsWith(u'/'))
+        dir.chop(1);
+    return dir;
+}
+
+QString QtPlatform::App_Path() {
+    return QCoreApplication::applicationDirPath();
+}
+
+QString QtPlatform::App_Exe_Name() {
+    return QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
+}
+
+QString QtPlatform::User_Name() {
+    QString name = qEnvironmentVariable("USER");
+    if (name.isEmpty()) {
+        if (const passwd* pw = ::getpwuid(::getuid()))
+            name = QString::fromLocal8Bit(pw->pw_name);
+    }
+    return name;
+}
+
+QDateTime QtPlatform::Now() {
+    return QDateTime::currentDateTime();
+}
+
+bool QtPlatform::Previous_Instance_Running() {
+    if (m_lockFd >= 0)
+        return false; // this process holds it already
+    // One lock per user: a file in the user's runtime (or temporary) folder, locked with flock and kept
+    // open for the life of the process. The OS releases the lock when the process ends, however it ends.
+    QString dir = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    if (dir.isEmpty())
+        dir = QDir::tempPath();
+    const QString path = dir + QStringLiteral("/dwhalvenorts-%1.lock").arg(::getuid());
+    const int fd = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    if (fd < 0)
+        return false; // no lock to be had: the start goes on rather than refusing every start
+    if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+        ::close(fd);
+        return true;
+    }
+    m_lockFd = fd;
+    return false;
+}
+
+void QtPlatform::Do_Events() {
+    QCoreApplication::processEvents();
+}
+
+} // namespace hv

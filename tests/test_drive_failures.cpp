@@ -1,0 +1,134 @@
+// The scenario driver tells a failing scenario by file, line and reason, and a file it cannot read by
+// exit status 2; a scenario that holds exits 0.
+#include <QFile>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+namespace {
+
+struct DriveRun {
+    int status = -1;
+    QString out; // stdout and stderr together
+};
+
+class DriveFailures : public ::testing::Test {
+protected:
+    QTemporaryDir dir;
+
+    QString Write(const char* name, const QByteArray& text) {
+        const QString path = dir.path() + u'/' + QLatin1String(name);
+        QFile f(path);
+        EXPECT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(text);
+        return path;
+    }
+
+    DriveRun Run(const QStringList& args) {
+        QProcess drive;
+        drive.setProcessChannelMode(QProcess::MergedChannels);
+        drive.start(QStringLiteral(HV_DRIVE_TOOL), args);
+        EXPECT_TRUE(drive.waitForFinished(120000));
+        return {drive.exitStatus() == QProcess::NormalExit ? drive.exitCode() : -1,
+                QString::fromLocal8Bit(drive.readAll())};
+    }
+};
+
+TEST_F(DriveFailures, EachFailureNamesFileLineAndReason) {
+    const struct {
+        const char* name;
+        QByteArray text;
+        const char* where;
+        const char* reason;
+    } cases[] = {
+        {"unknown.scenario", "store default\nstart\n\nfrobnicate frmLogin\n",
+         ":4: ", "unknown command \"frobnicate\""},
+        {"nocontrol.scenario", "store default\nstart\nclick frmLogin.cmdNothing\n",
+         ":3: ", "form frmLogin has no control cmdNothing"},
+        {"noform.scenario", "store default\nclick frmNowhere.cmdOK\n",
+         ":2: ", "form frmNowhere is not loaded"},
+        {"question.scenario",
+         "store default\nstart\ntype frmLogin.txtPassword \"Watchman\"\nkey frmLogin.txtPassword Enter\n"
+         "# the main console asks before it registers\nmenu frmMain.mnuRegisterFilters\n",
+         ":6: ", "unanswered question: \"This will re-register the filters."},
+        {"wrongbox.scenario", "store none\nstart\nexpect msgbox exclamation ok \"File not found\"\n",
+         ":3: ", "the next message box is critical ok"},
+        {"leftover.scenario", "store none\nstart\n# nothing expected\n",
+         ":3: ", "a message box was shown and never expected: \"File not found: ErrNo=53"},
+        {"property.scenario", "store default\nstart\nexpect frmLogin.cmdLogin.caption = \"Log in\"\n",
+         ":3: ", "frmLogin.cmdLogin.caption is \"Login\", not \"Log in\""},
+        {"ended.scenario", "store default\nstart\nexpect ended\n",
+         ":3: ", "the program has not ended: forms left: frmLogin"},
+    };
+    for (const auto& c : cases) {
+        const QString file = Write(c.name, c.text);
+        const DriveRun r = Run({file});
+        EXPECT_EQ(r.status, 1) << c.name << "\n" << r.out.toStdString();
+        EXPECT_TRUE(r.out.contains(file + QLatin1String(c.where) + QLatin1String(c.reason)))
+            << c.name << "\n"
+            << r.out.toStdString();
+    }
+}
+
+TEST_F(DriveFailures, AFileThatCannotBeReadExitsTwo) {
+    const struct {
+        const char* name;
+        QByteArray text;
+        const char* message;
+    } cases[] = {
+        {"open.scenario", "store default\n\nstart \"-ip\n", ":3: a quoted word is not closed"},
+        {"escape.scenario", "# fine\nwrite \"a.txt\" \"bad \\q\"\n", ":2: unknown escape \\q"},
+        {"hex.scenario", "write \"a.txt\" \"\\x4\"\n", ":1: \\x must be followed by two hexadecimal digits"},
+        {"glued.scenario", "store default\nexpect log \"Stop\"x\n",
+         ":2: a quoted word must be followed by a blank"},
+    };
+    for (const auto& c : cases) {
+        const QString file = Write(c.name, c.text);
+        const DriveRun r = Run({file});
+        EXPECT_EQ(r.status, 2) << c.name;
+        EXPECT_TRUE(r.out.contains(file + QLatin1String(c.message))) << c.name << "\n" << r.out.toStdString();
+    }
+}
+
+TEST_F(DriveFailures, FilesRunInWorldsOfTheirOwn) {
+    // The first file leaves a store, a log and a file; the second, run after it, sees none of them.
+    const QString first = Write(
+        "first.scenario", "store default\nwrite \"left.txt\" \"x\"\nstart\nclose frmLogin\nexpect ended\n");
+    const QString second = Write(
+        "second.scenario", "expect nolog\nexpect nofile \"left.txt\"\nstart\n"
+                           "expect msgbox critical ok ~\"File not found\"\n"
+                           "expect msgbox critical ok ~\"File not found\"\nclose frmLogin\nexpect ended\n");
+    const DriveRun r = Run({first, second});
+    EXPECT_EQ(r.status, 0) << r.out.toStdString();
+}
+
+TEST_F(DriveFailures, TheTranscriptShowsCommandsBoxesAndLogLines) {
+    const QString file =
+        Write("verbose.scenario", "store default\nstart\nclick frmLogin.cmdLogin\n"
+                                  "expect msgbox exclamation ok \"Please enter a valid Password!\"\n"
+                                  "click frmLogin.lblHomeSite\nclose frmLogin\n");
+    const DriveRun r = Run({QStringLiteral("-v"), file});
+    EXPECT_EQ(r.status, 0) << r.out.toStdString();
+    for (const char* piece :
+         {":3: click frmLogin.cmdLogin", "msgbox exclamation ok \"Please enter a valid Password!\"",
+          "open \"https://", "log: I: Application Closing", "log: Stop"})
+        EXPECT_TRUE(r.out.contains(QLatin1String(piece))) << piece << "\n" << r.out.toStdString();
+}
+
+TEST_F(DriveFailures, EscapesWriteExactBytes) {
+    const QString file =
+        Write("bytes.scenario", "write \"sub/in.txt\" \"a\\r\\n\\x00\\xff\\t\\\"q\\\\\"\n"
+                                "expect file \"sub/in.txt\" \"a\\r\\n\\0\\xFF\\t\\\"q\\\\\"\n"
+                                "expect filecontains \"sub/in.txt\" \"\\xff\\t\"\n"
+                                "expect nofile \"sub/other.txt\"\n");
+    const DriveRun r = Run({file});
+    EXPECT_EQ(r.status, 0) << r.out.toStdString();
+
+    const QString wrong =
+        Write("wrongbytes.scenario", "write \"x.bin\" \"\\x01\"\nexpect file \"x.bin\" \"\\x02\"\n");
+    const DriveRun w = Run({wrong});
+    EXPECT_EQ(w.status, 1);
+    EXPECT_TRUE(w.out.contains(QLatin1String("holds \"\\x01\"; expected \"\\x02\""))) << w.out.toStdString();
+}
+
+} // namespace

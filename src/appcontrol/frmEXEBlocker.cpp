@@ -1,0 +1,104 @@
+#include "appcontrol/frmEXEBlocker.h"
+
+#include "console/clsLog.h"
+#include "console/frmMain.h"
+#include "platform/Err.h"
+#include "platform/ProviderLibrary.h"
+#include "store/modDB.h"
+#include "store/modDBFunctions.h"
+
+#include <QApplication>
+#include <QStyle>
+#include <memory>
+
+namespace hv {
+
+namespace {
+SingleListPageDesign Design() {
+    return {"frmEXEBlocker",
+            &rulelists::Exe(),
+            QStringLiteral("EXE Blocker - "),
+            QStringLiteral("EXE Blocker"),
+            "chkEnableEXEBlocker",
+            "frameEXEBlocker",
+            "lblEXEName",
+            "txtEXEBlocker",
+            "lvwEXEBlocker",
+            "ilsEXEBlocker",
+            QStringLiteral("Enable EXE Blocker"),
+            QStringLiteral("EXE Blocker"),
+            QStringLiteral("Enter EXE Name(Eg: notepad.exe.mui):"),
+            QStringLiteral("Click to enable or disable the EXE Blocker"),
+            QStringLiteral("Provides a space for you to type Blocked EXEs"),
+            QStringLiteral("Export Blocked EXEs to a file"),
+            QStringLiteral("Import Blocked EXEs from a file")};
+}
+} // namespace
+
+frmEXEBlocker::frmEXEBlocker()
+    : SingleListPage(Design()), chkEnableEXEBlocker(chkEnable), frameEXEBlocker(frame), lblEXEName(lblPrompt),
+      txtEXEBlocker(txtRule), lvwEXEBlocker(lvwRules), ilsEXEBlocker(ilsPage) {
+    cmdBrowseExe = new ui::CommandButton(QStringLiteral("cmdBrowseExe"), QString(), frameEXEBlocker);
+    cmdBrowseExe->Set_Picture(QApplication::style()->standardIcon(QStyle::SP_DirOpenIcon));
+    cmdBrowseExe->setToolTip(QStringLiteral("Browse for exe files"));
+    Page_Panel().extraButtons->addWidget(cmdBrowseExe);
+
+    connect(chkEnableEXEBlocker, &ui::CheckBox::Click, this, &frmEXEBlocker::chkEnableEXEBlocker_Click);
+    connect(lvwEXEBlocker, &ui::ListView::AfterLabelEdit, this, &frmEXEBlocker::lvwEXEBlocker_AfterLabelEdit);
+    connect(cmdBrowseExe, &ui::CommandButton::Click, this, &frmEXEBlocker::cmdBrowseExe_Click);
+}
+
+void frmEXEBlocker::Set_Controls_Enabled() {
+    SingleListPage::Set_Controls_Enabled();
+    Enable_Unless_Remote({cmdBrowseExe});
+}
+
+void frmEXEBlocker::cmdBrowseExe_Click() {
+    int handle = 0;
+    ResultTable result;
+    long rows = 0;
+    try {
+        cmdlgMain.FileName = QString();
+        cmdlgMain.DialogTitle = QStringLiteral("Browse for EXE files");
+        cmdlgMain.Filter = QStringLiteral("Exe files|*.exe");
+        cmdlgMain.Flags = CommonDialog::cdlOFNExplorer | CommonDialog::cdlOFNAllowMultiselect;
+        cmdlgMain.MaxFileSize = 32767;
+        cmdlgMain.ShowOpen();
+        // The name was cleared, so a Cancel ends here.
+        if (cmdlgMain.FileName.isEmpty())
+            return;
+
+        // One file: its full path. Several: the folder first, then the names.
+        const QStringList parts = cmdlgMain.FileName.split(QChar(0));
+        const int first = parts.size() > 1 ? 1 : 0;
+
+        handle = Db_Open(Get_Db_Path());
+        Db_Exec(handle, Sql(kBeginTrans), result, rows);
+        // Loaded at its first call, as a declared library is: a missing one fails here.
+        std::unique_ptr<ProviderLibrary> provider;
+        for (int i = first; i < parts.size(); ++i) {
+            const QString path = parts.size() > 1 ? parts[0] + u'/' + parts[i] : parts[i];
+            QByteArray buffer = path.toLocal8Bit().left(ProviderLibrary::kNameBufferSize);
+            if (!provider)
+                provider = std::make_unique<ProviderLibrary>();
+            provider->Get_Blocked_Exe_Name(buffer);
+            if (buffer.indexOf('\0') < 0)
+                Err().Raise(errnum::InvalidProcedureCall);
+            const QString name = Text_Before_Nul(buffer);
+            // A program already listed is passed over without a word.
+            if (Is_Text_In_ListView(name, *lvwEXEBlocker))
+                continue;
+            const Subject subject = Current_Subject();
+            if (!Add_List_Item(handle, result, QStringLiteral("EXE_NAME"), QStringLiteral("EXE_TBL"), name,
+                               subject.computerId, subject.userId))
+                continue;
+            Rules().Add_Row(name);
+        }
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
+    Db_Exec(handle, Sql(kCommitTrans), result, rows);
+    Db_Close(handle);
+}
+
+} // namespace hv

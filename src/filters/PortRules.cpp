@@ -1,0 +1,98 @@
+#include "filters/PortRules.h"
+
+#include "platform/Err.h"
+
+#include <QRegularExpression>
+#include <cmath>
+#include <limits>
+
+namespace hv {
+
+namespace {
+struct ProtocolPort {
+    const char* protocol;
+    long port;
+};
+constexpr ProtocolPort kProtocols[] = {
+    {"HTTP", 80},  {"HTTPS", 443}, {"FTP Control", 21},     {"FTP Data", 20},          {"SMTP", 25},
+    {"POP3", 110}, {"NEWS", 119},  {"MSN Messenger", 1863}, {"Yahoo Messenger", 5050}, {"Google Talk", 5222}};
+
+struct FilterCode {
+    const char* text;
+    long code;
+};
+constexpr FilterCode kFilters[] = {
+    {"No Filter", 0},          {"HTTP Filter", 1},        {"Content Filter", 2},
+    {"SMTP Filter", 3},        {"POP3 Filter", 4},        {"FTP Filter", 5},
+    {"Block Incoming", 65533}, {"Block Outgoing", 65534}, {"Block Completely", 65535}};
+} // namespace
+
+void Protocol_To_Port(const QString& protocol, long& port, bool& found) {
+    port = 0;
+    for (const ProtocolPort& p : kProtocols)
+        if (protocol == QLatin1String(p.protocol)) {
+            port = p.port;
+            break;
+        }
+    found = true;
+}
+
+void Filter_To_Protocol_Index(const QString& filter, long& index, bool& found) {
+    if (filter == QLatin1String("SMTP Filter"))
+        index = 4;
+    else if (filter == QLatin1String("POP3 Filter"))
+        index = 5;
+    else
+        index = 0; // "HTTP Filter" and every blocking kind
+    found = true;
+}
+
+void Filter_Text_To_Code(const QString& filter, long& code, bool& found) {
+    code = 0;
+    for (const FilterCode& f : kFilters)
+        if (filter == QLatin1String(f.text)) {
+            code = f.code;
+            break;
+        }
+    found = true;
+}
+
+void Filter_Code_To_Text(long code, QString& text, bool& found) {
+    text.clear();
+    for (const FilterCode& f : kFilters)
+        if (code == f.code) {
+            text = QLatin1String(f.text);
+            break;
+        }
+    found = true;
+}
+
+QStringList Port_Protocols() {
+    QStringList names;
+    for (const ProtocolPort& p : kProtocols)
+        names << QLatin1String(p.protocol);
+    return names;
+}
+
+long Text_To_Long(const QString& text) {
+    static const QRegularExpression number(QStringLiteral("^ *([+-]?)(\\d*)(?:\\.(\\d*))? *$"));
+    const QRegularExpressionMatch m = number.match(text);
+    if (!m.hasMatch() || (m.captured(2).isEmpty() && m.captured(3).isEmpty()))
+        Err().Raise(errnum::TypeMismatch);
+    const QString digits = m.captured(2).isEmpty() ? QStringLiteral("0") : m.captured(2);
+    const QString fraction = m.captured(3);
+    bool ok = false;
+    double value = (digits + u'.' + (fraction.isEmpty() ? QStringLiteral("0") : fraction)).toDouble(&ok);
+    if (!ok)
+        Err().Raise(errnum::TypeMismatch);
+    if (m.captured(1) == u"-")
+        value = -value;
+    // Halves go to the even neighbour.
+    const double rounded = std::nearbyint(value);
+    if (rounded > double(std::numeric_limits<qint32>::max()) ||
+        rounded < double(std::numeric_limits<qint32>::min()))
+        Err().Raise(errnum::Overflow);
+    return long(rounded);
+}
+
+} // namespace hv

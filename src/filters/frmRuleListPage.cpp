@@ -1,0 +1,433 @@
+#include "filters/frmRuleListPage.h"
+
+#include "admin/frmCopySettings.h"
+#include "console/clsLog.h"
+#include "console/frmMain.h"
+#include "console/modGlobal.h"
+#include "filters/ListFile.h"
+#include "platform/Err.h"
+#include "platform/Platform.h"
+#include "store/modDB.h"
+#include "store/modDBFunctions.h"
+#include "ui/Forms.h"
+
+#include <QApplication>
+#include <QStyle>
+#include <QVBoxLayout>
+
+namespace hv {
+
+QString Main_User_Text() {
+    if (auto* main = dynamic_cast<frmMain*>(ui::Forms::Find(QStringLiteral("frmMain")));
+        main && main->cboUsers)
+        return main->cboUsers->Text();
+    return QString();
+}
+
+// ---- column allowance ----------------------------------------------------------------------------------
+
+namespace {
+void Change_Width(ui::ListView* list, int column, int by) {
+    list->Set_Column_Width(column, list->Column_Width(column) + by);
+}
+} // namespace
+
+void ColumnAllowance::After_Load() const {
+    if (list->Count() > limit)
+        Change_Width(list, column, -kScrollBarTwips);
+}
+
+void ColumnAllowance::Before_Add(int rowsNow) const {
+    if (cumulative ? rowsNow > limit : rowsNow == limit)
+        Change_Width(list, column, -kScrollBarTwips);
+}
+
+void ColumnAllowance::After_Remove() const {
+    const int rows = list->Count();
+    if (cumulative ? rows <= limit : rows == limit)
+        Change_Width(list, column, kScrollBarTwips);
+}
+
+void Remove_Selected_Rows(ui::ListView* list, const QString& question, const char* table, const char* column,
+                          int keySubItem, const ColumnAllowance& allowance) {
+    if (list->Count() == 0)
+        return;
+    if (MsgBox(question, MsgStyle::Question, MsgButtons::YesNo) != MsgAnswer::Yes)
+        return;
+    int handle = 0;
+    ResultTable result;
+    long rows = 0;
+    try {
+        handle = Db_Open(Get_Db_Path());
+        Db_Exec(handle, Sql(kBeginTrans), result, rows);
+        const Subject subject = Current_Subject();
+        // The count shrinks as rows go, and the index steps back so the row that moves up is not skipped.
+        int count = list->Count();
+        for (int i = 1; i <= count; ++i) {
+            if (!list->Selected(i))
+                continue;
+            const QString key = keySubItem == 0 ? list->Text(i) : list->Sub_Item(i, keySubItem);
+            if (Remove_List_Item(handle, result, QLatin1String(column), QLatin1String(table), key,
+                                 subject.computerId, subject.userId)) {
+                list->Remove(i);
+                --i;
+                --count;
+                allowance.After_Remove();
+            }
+        }
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
+    Db_Exec(handle, Sql(kCommitTrans), result, rows);
+    Db_Close(handle);
+}
+
+// ---- one list ------------------------------------------------------------------------------------------
+
+RuleList::RuleList(const RuleListSpec& s, ui::TextBox* text, ui::ListView* list, CommonDialog* dialog)
+    : spec(s), txt(text), lvw(list), dlg(dialog) {
+    allowance = ColumnAllowance{list, 1, s.limit, s.cumulativeAllowance};
+    duplicates.push_back(Duplicate{list, s.words.addExists, s.words.editExists});
+}
+
+void RuleList::Init_Column() {
+    lvw->Set_Column_Width(1, lvw->Width_Twips() - 20);
+}
+
+void RuleList::Load_List() {
+    try {
+        const Subject subject = Current_Subject();
+        ResultTable table;
+        long rows = 0;
+        if (!Get_List_Items(QLatin1String(spec.column), QLatin1String(spec.table), subject.computerId,
+                            subject.userId, table, rows))
+            return;
+        QStringList texts;
+        texts.reserve(rows);
+        for (long i = 1; i <= rows; ++i)
+            texts.append(table.Text(int(i), 0));
+        lvw->Add_Many(texts, spec.iconKey);
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
+}
+
+const RuleList::Duplicate* RuleList::Find_Duplicate(const QString& text) const {
+    for (const Duplicate& d : duplicates)
+        if (Is_Text_In_ListView(text, *d.list))
+            return &d;
+    return nullptr;
+}
+
+void RuleList::Add_Row(const QString& text) {
+    allowance.Before_Add(lvw->Count());
+    lvw->Add(text, spec.iconKey);
+}
+
+void RuleList::Add() {
+    int handle = 0;
+    ResultTable result;
+    long rows = 0;
+    try {
+        const QString text = Prepare_Add_Text(txt->Text(), spec.addText);
+        handle = Db_Open(Get_Db_Path());
+        Db_Exec(handle, Sql(kBeginTrans), result, rows);
+        if (!(addNeedsConnection && handle == 0)) {
+            const Duplicate* found = nullptr;
+            if (!spec.check(text)) {
+                MsgBox(spec.words.addInvalid, MsgStyle::Exclamation);
+            } else if ((found = Find_Duplicate(text))) {
+                MsgBox(found->addMessage, MsgStyle::Exclamation);
+            } else {
+                const Subject subject = Current_Subject();
+                if (Add_List_Item(handle, result, QLatin1String(spec.column), QLatin1String(spec.table), text,
+                                  subject.computerId, subject.userId))
+                    Add_Row(text);
+            }
+            // A refused entry is wiped as well: the box is left empty on every path.
+            txt->Set_Text(QString());
+            ui::Set_Focus(txt);
+        }
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
+    Db_Exec(handle, Sql(kCommitTrans), result, rows);
+    Db_Close(handle);
+}
+
+void RuleList::Edit() {
+    if (lvw->Selected_Item() == 0)
+        return;
+    ui::Set_Focus(lvw);
+    lvw->Start_Label_Edit();
+}
+
+void RuleList::After_Label_Edit(int& Cancel, QString& NewString) {
+    try {
+        NewString = Trim_Blanks(NewString).toLower();
+        const int selected = lvw->Selected_Item();
+        const QString oldText = lvw->Text(selected);
+        if (oldText.toLower() == NewString.toLower()) {
+            Cancel = 1;
+            return;
+        }
+        if (!spec.check(NewString)) {
+            MsgBox(spec.words.editInvalid, MsgStyle::Exclamation);
+            Cancel = 1;
+            return;
+        }
+        if (const Duplicate* found = Find_Duplicate(NewString)) {
+            MsgBox(found->editMessage, MsgStyle::Exclamation);
+            Cancel = 1;
+            return;
+        }
+        const Subject subject = Current_Subject();
+        // The list shows the new text whatever the store made of it.
+        Update_List_Item(QLatin1String(spec.column), QLatin1String(spec.table), oldText, NewString,
+                         subject.computerId, subject.userId);
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
+}
+
+void RuleList::Remove() {
+    Remove_Selected_Rows(lvw, spec.words.deleteQuestion, spec.table, spec.column, 0, allowance);
+}
+
+void RuleList::Export() {
+    if (lvw->Count() == 0) {
+        MsgBox(QLatin1String(kNothingToExport), MsgStyle::Exclamation);
+        return;
+    }
+    try {
+        const Subject subject = Current_Subject();
+        QString userName;
+        if (!Get_User_Name(subject.computerId, subject.userId, userName))
+            return;
+        dlg->DialogTitle = spec.words.exportTitle;
+        dlg->FileName = userName + spec.words.defaultSuffix;
+        dlg->Filter = QLatin1String(kListFileFilter);
+        dlg->ShowSave();
+        // A Cancel is not told apart: the default name, without folder or extension, is written then.
+        if (!dlg->CancelError) {
+            QStringList items;
+            items.reserve(lvw->Count());
+            for (int i = 1; i <= lvw->Count(); ++i)
+                items.append(lvw->Text(i));
+            Write_List_File(dlg->FileName, items);
+        }
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
+}
+
+void RuleList::Import() {
+    if (enableAll)
+        enableAll(false);
+    int handle = 0;
+    try {
+        const Subject subject = Current_Subject();
+        QString userName;
+        if (Get_User_Name(subject.computerId, subject.userId, userName)) {
+            dlg->DialogTitle = spec.words.importTitle;
+            dlg->Filter = QLatin1String(kListFileFilter);
+            // The file name is left as the dialog holds it, so a Cancel imports the earlier file again.
+            dlg->ShowOpen();
+            if (!dlg->FileName.isEmpty() && !dlg->CancelError)
+                Import_File(handle);
+        }
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+        ResultTable result;
+        long rows = 0;
+        Db_Exec(handle, Sql(kCommitTrans), result, rows);
+        Db_Close(handle);
+    }
+    if (enableAll)
+        enableAll(true);
+}
+
+void RuleList::Import_File(int& handle) {
+    ResultTable result;
+    long rows = 0;
+    handle = Db_Open(Get_Db_Path());
+    Db_Exec(handle, Sql(kBeginTrans), result, rows);
+    ListFieldReader reader(Read_List_File(dlg->FileName));
+    const Subject subject = Current_Subject();
+    const QString column = QLatin1String(spec.column);
+    const QString table = QLatin1String(spec.table);
+
+    while (!reader.Eof()) {
+        // The website page lets the interface breathe every 500 rows, its controls disabled meanwhile.
+        if (yieldWhileImporting && lvw->Count() % 500 == 0)
+            platform().Do_Events();
+        const QString text = Prepare_Import_Field(reader.Next_Field(), spec);
+        if (!spec.importCheck(text))
+            continue;
+        if (!Add_List_Item(handle, result, column, table, text, subject.computerId, subject.userId))
+            continue;
+        Add_Row(text);
+    }
+    Db_Exec(handle, Sql(kCommitTrans), result, rows);
+    Db_Close(handle);
+    handle = 0;
+}
+
+void RuleList::Copy_Settings() {
+    ui::Forms::Get<frmCopySettings>().Show_This_Form(spec.words.copySettingsName);
+}
+
+// ---- the page --------------------------------------------------------------------------------------------
+
+RuleListPage::RuleListPage(const QString& formName) : ui::Form(formName) {
+    KeyPreview = true;
+}
+
+void RuleListPage::cmdClose_Click() {
+    Unload();
+}
+
+void RuleListPage::Form_KeyPress(int& KeyAscii) {
+    if (KeyAscii == 27) {
+        KeyAscii = 0;
+        cmdClose_Click();
+    }
+}
+
+void RuleListPage::Check_Silently(ui::CheckBox* box, int value) {
+    ui::Set_Tag(box, QLatin1String(kDontSaveToDB));
+    box->Set_Value(value);
+    ui::Set_Tag(box, QString());
+}
+
+void RuleListPage::Enable_Click(ui::CheckBox* box, const QString& featureWords, long bit) {
+    if (ui::Tag(box) == QLatin1String(kDontSaveToDB))
+        return;
+    Guarded([&] {
+        if (box->Value() == 1) {
+            if (MsgBox(QStringLiteral("Are you sure you want to enable the ") + featureWords + u'?',
+                       MsgStyle::Question, MsgButtons::YesNo) == MsgAnswer::Yes) {
+                const Subject subject = Current_Subject();
+                Set_Feature_Bit(true, bit, subject.computerId, subject.userId);
+            } else {
+                Check_Silently(box, 0);
+            }
+        } else if (box->Value() == 0) {
+            if (MsgBox(QStringLiteral("Are you sure you want to disable the ") + featureWords + u'?',
+                       MsgStyle::Question, MsgButtons::YesNo) == MsgAnswer::Yes) {
+                const Subject subject = Current_Subject();
+                Set_Feature_Bit(false, bit, subject.computerId, subject.userId);
+            } else {
+                Check_Silently(box, 1);
+            }
+        }
+    });
+}
+
+void RuleListPage::Enable_Unless_Remote(std::initializer_list<QWidget*> controls) {
+    for (QWidget* w : controls)
+        w->setEnabled(!Remote_Mode);
+}
+
+void RuleListPage::Guarded(const std::function<void()>& handler) {
+    try {
+        handler();
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
+}
+
+ui::ImageList* RuleListPage::Make_Image_List(const QString& name, const QStringList& listIconKeys) {
+    auto* images = new ui::ImageList(name, this);
+    QStyle* style = QApplication::style();
+    images->Add(QStringLiteral("Import"), style->standardIcon(QStyle::SP_DialogOpenButton));
+    images->Add(QStringLiteral("Export"), style->standardIcon(QStyle::SP_DialogSaveButton));
+    images->Add(QStringLiteral("Copy Settings"), style->standardIcon(QStyle::SP_FileDialogContentsView));
+    for (const QString& key : listIconKeys)
+        images->Add(key, style->standardIcon(QStyle::SP_FileIcon));
+    return images;
+}
+
+void RuleListPage::Load_Panel_Pictures(const Panel& p, ui::ImageList* images) {
+    if (p.importButton)
+        p.importButton->Set_Picture(images->Icon(QStringLiteral("Import")));
+    if (p.exportButton)
+        p.exportButton->Set_Picture(images->Icon(QStringLiteral("Export")));
+    p.copySettings->Set_Picture(images->Icon(QStringLiteral("Copy Settings")));
+}
+
+ui::ListView* RuleListPage::Make_List(const QString& name, const RuleListSpec& spec, QWidget* parent) {
+    auto* list = new ui::ListView(name, ui::ListView::Report, parent);
+    list->Set_Size_Twips(spec.widthTwips, spec.heightTwips);
+    list->setFixedSize(ui::Twips_To_Pixels(spec.widthTwips), ui::Twips_To_Pixels(spec.heightTwips));
+    list->Add_Column(spec.columnCaption, spec.widthTwips - 20);
+    list->Set_Multi_Select(true);
+    list->Set_Hide_Selection(false);
+    return list;
+}
+
+RuleListPage::Panel RuleListPage::Build_Panel(const PanelNames& n, const QString& frameCaption,
+                                              const QString& labelCaption, const RuleListSpec& spec,
+                                              ui::ImageList* images, QWidget* parent) {
+    Panel p;
+    p.frame = new QGroupBox(frameCaption, parent);
+    p.frame->setObjectName(QLatin1String(n.frame));
+    auto* column = new QVBoxLayout(p.frame);
+    p.label = new ui::Label(QLatin1String(n.label), labelCaption, p.frame);
+    column->addWidget(p.label);
+
+    auto* entry = new QHBoxLayout;
+    p.txt = new ui::TextBox(QLatin1String(n.text), p.frame);
+    p.txt->Set_Max_Length(spec.maxLength);
+    entry->addWidget(p.txt, 1);
+    p.extraButtons = new QHBoxLayout;
+    entry->addLayout(p.extraButtons);
+    p.add = new ui::CommandButton(QLatin1String(n.add), QStringLiteral("Add"), p.frame);
+    entry->addWidget(p.add);
+    column->addLayout(entry);
+
+    auto* body = new QHBoxLayout;
+    p.lvw = Make_List(QLatin1String(n.list), spec, p.frame);
+    p.lvw->Set_Small_Icons(images);
+    body->addWidget(p.lvw);
+    auto* buttons = new QVBoxLayout;
+    p.edit = new ui::CommandButton(QLatin1String(n.edit), QStringLiteral("Edit"), p.frame);
+    p.remove = new ui::CommandButton(QLatin1String(n.remove), QStringLiteral("Remove"), p.frame);
+    buttons->addWidget(p.edit);
+    buttons->addWidget(p.remove);
+    buttons->addStretch(1);
+    if (n.importButton) {
+        p.importButton = new ui::CommandButton(QLatin1String(n.importButton), QString(), p.frame);
+        buttons->addWidget(p.importButton);
+    }
+    if (n.exportButton) {
+        p.exportButton = new ui::CommandButton(QLatin1String(n.exportButton), QString(), p.frame);
+        buttons->addWidget(p.exportButton);
+    }
+    p.copySettings = new ui::CommandButton(QLatin1String(n.copySettings), QString(), p.frame);
+    buttons->addWidget(p.copySettings);
+    body->addLayout(buttons);
+    column->addLayout(body);
+    return p;
+}
+
+void RuleListPage::Wire_Panel(const Panel& p, std::function<void()> add, std::function<void()> edit,
+                              std::function<void()> remove, std::function<void()> importFile,
+                              std::function<void()> exportFile, std::function<void()> copySettings) {
+    ui::Set_KeyPress(p.txt, [add](int& KeyAscii) {
+        if (KeyAscii == 13) {
+            KeyAscii = 0;
+            add();
+        }
+    });
+    connect(p.add, &ui::CommandButton::Click, this, add);
+    connect(p.edit, &ui::CommandButton::Click, this, edit);
+    connect(p.remove, &ui::CommandButton::Click, this, remove);
+    if (p.importButton)
+        connect(p.importButton, &ui::CommandButton::Click, this, importFile);
+    if (p.exportButton)
+        connect(p.exportButton, &ui::CommandButton::Click, this, exportFile);
+    connect(p.copySettings, &ui::CommandButton::Click, this, copySettings);
+}
+
+} // namespace hv

@@ -1,6 +1,7 @@
 // A list import: 100,000 Add_List_Item calls in one transaction on one connection, against the same
 // rows inserted through one SQLite statement prepared once and bound per row. The operation builds its
 // statement anew for every row, so this shows what that costs. Target: at least half the reference rate.
+#include "BenchCommon.h"
 #include "platform/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "store/modDBFunctions.h"
@@ -21,13 +22,7 @@ constexpr int kRows = 100000;
 // round writes a new user's rows, so both files grow alike.
 constexpr int kRounds = 3;
 
-QStringList Make_Values() {
-    QStringList values;
-    values.reserve(kRows);
-    for (int i = 0; i < kRows; ++i)
-        values.push_back(QStringLiteral("site%1.example").arg(i));
-    return values;
-}
+QStringList Make_Values() { return hv::bench::Numbered_Texts(kRows, QStringLiteral("site%1.example")); }
 
 double Ours(const QStringList& values, long user) {
     using namespace hv;
@@ -58,21 +53,7 @@ double Reference(const QString& path, const QStringList& values, long user) {
         return -1;
     QElapsedTimer timer;
     timer.start();
-    sqlite3_exec(db, "BEGIN DEFERRED TRANSACTION MY_TRANS", nullptr, nullptr, nullptr);
-    sqlite3_stmt* st = nullptr;
-    sqlite3_prepare_v2(db, "INSERT OR IGNORE INTO BL_TBL(BL_URL ,COMPUTER_ID,USER_ID) VALUES(?,?,?)", -1, &st,
-                       nullptr);
-    int failed = 0;
-    for (const QString& v : values) {
-        const QByteArray utf8 = v.toUtf8();
-        sqlite3_bind_text(st, 1, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
-        sqlite3_bind_int64(st, 2, 0);
-        sqlite3_bind_int64(st, 3, user);
-        failed += sqlite3_step(st) == SQLITE_DONE ? 0 : 1;
-        sqlite3_reset(st);
-    }
-    sqlite3_finalize(st);
-    sqlite3_exec(db, "COMMIT TRANSACTION MY_TRANS", nullptr, nullptr, nullptr);
+    const int failed = hv::bench::Insert_Prepared(db, values, user);
     const double seconds = double(timer.nsecsElapsed()) / 1e9;
     sqlite3_close(db);
     return failed == 0 ? seconds : -1;

@@ -8,6 +8,7 @@
 // without the waits for a processor that other programs cause) and shown as wall time as well.
 #include "console/frmMain.h"
 #include "filters/frmWebsiteFilter.h"
+#include "BenchCommon.h"
 #include "platform/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "store/modDB.h"
@@ -51,13 +52,7 @@ private:
     QElapsedTimer m_wall;
 };
 
-QStringList Make_Values() {
-    QStringList values;
-    values.reserve(kRows);
-    for (int i = 0; i < kRows; ++i)
-        values.push_back(QStringLiteral("ads%1.blocklist.example").arg(i));
-    return values;
-}
+QStringList Make_Values() { return hv::bench::Numbered_Texts(kRows, QStringLiteral("ads%1.blocklist.example")); }
 
 bool Write_File(const QString& path, const QStringList& values) {
     QFile f(path);
@@ -125,21 +120,7 @@ hv::frmWebsiteFilter& Open_Page(Timing* took = nullptr) {
     if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
         return {};
     const Stopwatch watch;
-    sqlite3_exec(db, "BEGIN DEFERRED TRANSACTION MY_TRANS", nullptr, nullptr, nullptr);
-    sqlite3_stmt* st = nullptr;
-    sqlite3_prepare_v2(db, "INSERT OR IGNORE INTO BL_TBL(BL_URL ,COMPUTER_ID,USER_ID) VALUES(?,?,?)", -1, &st,
-                       nullptr);
-    int failed = 0;
-    for (const QString& v : values) {
-        const QByteArray utf8 = v.toUtf8();
-        sqlite3_bind_text(st, 1, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
-        sqlite3_bind_int64(st, 2, 0);
-        sqlite3_bind_int64(st, 3, kUser);
-        failed += sqlite3_step(st) == SQLITE_DONE ? 0 : 1;
-        sqlite3_reset(st);
-    }
-    sqlite3_finalize(st);
-    sqlite3_exec(db, "COMMIT TRANSACTION MY_TRANS", nullptr, nullptr, nullptr);
+    const int failed = hv::bench::Insert_Prepared(db, values, kUser);
     const Timing took = watch.Read();
     sqlite3_close(db);
     return failed == 0 ? took : Timing{};

@@ -2,6 +2,7 @@
 // table model of the same strings. Each variant runs in a child process of its own so that its peak
 // memory (VmHWM) is its own. The kit must stay within 1.5 times the reference's time and peak memory,
 // both for a fill row by row (Add, as the pages load their lists) and in one go (Add_Many).
+#include "BenchCommon.h"
 #include "ui/ListView.h"
 
 #include <QAbstractTableModel>
@@ -36,13 +37,7 @@ private:
     QStringList m_texts;
 };
 
-QStringList Make_Texts() {
-    QStringList texts;
-    texts.reserve(kRows);
-    for (int i = 0; i < kRows; ++i)
-        texts.append(QStringLiteral("www.example-site-%1.com").arg(i));
-    return texts;
-}
+QStringList Make_Texts() { return hv::bench::Numbered_Texts(kRows, QStringLiteral("www.example-site-%1.com")); }
 
 long Peak_Kb() {
     QFile f(QStringLiteral("/proc/self/status"));

@@ -16,46 +16,20 @@ namespace hv::drive {
 
 namespace {
 
-QString Quote(const QString& s) {
-    QString out = s;
-    out.replace(u'\\', QStringLiteral("\\\\"));
-    out.replace(u'"', QStringLiteral("\\\""));
-    out.replace(u'\r', QStringLiteral("\\r"));
-    out.replace(u'\n', QStringLiteral("\\n"));
-    out.replace(u'\t', QStringLiteral("\\t"));
-    return u'"' + out + u'"';
-}
-
 QString Quote_List(const QStringList& rows) {
     if (rows.isEmpty())
         return QStringLiteral("(none)");
     QStringList q;
     for (const QString& r : rows)
-        q << Quote(r);
+        q << Quoted_Text(r);
     return q.join(u' ');
-}
-
-QString Style_Word(MsgStyle s) {
-    switch (s) {
-    case MsgStyle::Plain:
-        return QStringLiteral("plain");
-    case MsgStyle::Critical:
-        return QStringLiteral("critical");
-    case MsgStyle::Question:
-        return QStringLiteral("question");
-    case MsgStyle::Exclamation:
-        return QStringLiteral("exclamation");
-    case MsgStyle::Information:
-        return QStringLiteral("information");
-    }
-    return QString();
 }
 
 QString Box_Text(const RecordedBox& b) {
     return QStringLiteral("%1 %2 %3 %4")
         .arg(Style_Word(b.style),
-             b.buttons == MsgButtons::YesNo ? QStringLiteral("yesno") : QStringLiteral("ok"), Quote(b.text),
-             Quote(b.title));
+             b.buttons == MsgButtons::YesNo ? QStringLiteral("yesno") : QStringLiteral("ok"), Quoted_Text(b.text),
+             Quoted_Text(b.title));
 }
 
 QString Quote_Bytes(const QByteArray& b) {
@@ -130,7 +104,7 @@ void Player::Cmd_Expect(const Command& c) {
         const ui::Form* f = Need_Form(c.words[2].text);
         if (f->Caption() != c.words[4].text)
             throw Failure{QStringLiteral("the caption of %1 is %2, not %3")
-                              .arg(c.words[2].text, Quote(f->Caption()), Quote(c.words[4].text))};
+                              .arg(c.words[2].text, Quoted_Text(f->Caption()), Quoted_Text(c.words[4].text))};
         return;
     }
     if (what.Is("launched")) {
@@ -139,7 +113,7 @@ void Player::Cmd_Expect(const Command& c) {
             if (l.contains(c.words[2].text))
                 return;
         throw Failure{QStringLiteral("nothing containing %1 was launched; launched: %2")
-                          .arg(Quote(c.words[2].text), Quote_List(m_platform->m_launched))};
+                          .arg(Quoted_Text(c.words[2].text), Quote_List(m_platform->m_launched))};
     }
     if (what.Is("registry")) {
         Need_Args(c, 4, 4, "expect registry \"KEYPATH\" \"NAME\" \"VALUE\"");
@@ -147,10 +121,10 @@ void Player::Cmd_Expect(const Command& c) {
         const auto v = reg.Get_Value_Text(c.words[2].text, c.words[3].text);
         if (!v)
             throw Failure{QStringLiteral("the registry has no value %1 under %2")
-                              .arg(Quote(c.words[3].text), Quote(c.words[2].text))};
+                              .arg(Quoted_Text(c.words[3].text), Quoted_Text(c.words[2].text))};
         if (*v != c.words[4].text)
             throw Failure{QStringLiteral("the registry value %1 is %2, not %3")
-                              .arg(Quote(c.words[3].text), Quote(*v), Quote(c.words[4].text))};
+                              .arg(Quoted_Text(c.words[3].text), Quoted_Text(*v), Quoted_Text(c.words[4].text))};
         return;
     }
     if (!what.quoted && what.text.contains(u'.'))
@@ -190,7 +164,7 @@ void Player::Expect_Msgbox(const Command& c) {
     const QString wanted =
         QStringLiteral("%1 %2 %3%4 %5")
             .arg(style.text.toLower(), buttons.text.toLower(),
-                 text.contains ? QStringLiteral("~") : QString(), Quote(text.text), Quote(title));
+                 text.contains ? QStringLiteral("~") : QString(), Quoted_Text(text.text), Quoted_Text(title));
     if (m_boxesSeen >= m_platform->m_boxes.size())
         throw Failure{QStringLiteral("no message box was shown; expected %1").arg(wanted)};
     const RecordedBox& box = m_platform->m_boxes[m_boxesSeen];
@@ -222,7 +196,7 @@ void Player::Expect_Property(const Command& c) {
     const PropValue v = Read_Property(t, prop);
     const bool same = v.boolean ? v.text.compare(wanted, Qt::CaseInsensitive) == 0 : v.text == wanted;
     if (!same)
-        throw Failure{QStringLiteral("%1 is %2, not %3").arg(ref, Quote(v.text), Quote(wanted))};
+        throw Failure{QStringLiteral("%1 is %2, not %3").arg(ref, Quoted_Text(v.text), Quoted_Text(wanted))};
 }
 
 void Player::Expect_Rows(const Command& c, const QString& what) {
@@ -289,7 +263,7 @@ void Player::Expect_Rows(const Command& c, const QString& what) {
         if (have != c.words[4].text)
             throw Failure{QStringLiteral("row %1 of %2 is %3, not %4")
                               .arg(row)
-                              .arg(t.ref, Quote(have), Quote(c.words[4].text))};
+                              .arg(t.ref, Quoted_Text(have), Quoted_Text(c.words[4].text))};
     } else if (what == QLatin1String("bold")) {
         Need_Args(c, 4, 4, "expect bold FORM.LIST ROW true|false");
         bool want;
@@ -310,7 +284,7 @@ void Player::Expect_Rows(const Command& c, const QString& what) {
         if (lv->Tag(row) != c.words[5].text)
             throw Failure{QStringLiteral("the tag of row %1 of %2 is %3, not %4")
                               .arg(row)
-                              .arg(t.ref, Quote(lv->Tag(row)), Quote(c.words[5].text))};
+                              .arg(t.ref, Quoted_Text(lv->Tag(row)), Quoted_Text(c.words[5].text))};
     }
 }
 
@@ -359,21 +333,21 @@ void Player::Expect_File(const Command& c, const QString& what) {
     if (what == QLatin1String("nofile")) {
         Need_Args(c, 2, 2, "expect nofile \"PATH\"");
         if (QFile::exists(Work_Path(c.words[2].text)))
-            throw Failure{QStringLiteral("the file %1 exists").arg(Quote(c.words[2].text))};
+            throw Failure{QStringLiteral("the file %1 exists").arg(Quoted_Text(c.words[2].text))};
         return;
     }
     Need_Args(c, 3, 3, "expect file|filecontains \"PATH\" \"BYTES\"");
     QFile f(Work_Path(c.words[2].text));
     if (!f.open(QIODevice::ReadOnly))
-        throw Failure{QStringLiteral("there is no file %1").arg(Quote(c.words[2].text))};
+        throw Failure{QStringLiteral("there is no file %1").arg(Quoted_Text(c.words[2].text))};
     const QByteArray have = f.readAll();
     const QByteArray& want = c.words[3].bytes;
     if (what == QLatin1String("file") && have != want)
         throw Failure{QStringLiteral("the file %1 holds %2; expected %3")
-                          .arg(Quote(c.words[2].text), Quote_Bytes(have), Quote_Bytes(want))};
+                          .arg(Quoted_Text(c.words[2].text), Quote_Bytes(have), Quote_Bytes(want))};
     if (what == QLatin1String("filecontains") && !have.contains(want))
         throw Failure{QStringLiteral("the file %1 does not hold %2; it holds %3")
-                          .arg(Quote(c.words[2].text), Quote_Bytes(want), Quote_Bytes(have.left(2000)))};
+                          .arg(Quoted_Text(c.words[2].text), Quote_Bytes(want), Quote_Bytes(have.left(2000)))};
 }
 
 QStringList Player::Log_Lines(bool mustExist) const {
@@ -421,7 +395,7 @@ void Player::Expect_Log(const Command& c, const QString& what) {
         for (const QString& l : lines)
             if (l.contains(c.words[2].text))
                 return;
-        throw Failure{QStringLiteral("no line of the session log contains %1").arg(Quote(c.words[2].text))};
+        throw Failure{QStringLiteral("no line of the session log contains %1").arg(Quoted_Text(c.words[2].text))};
     }
     if (what == QLatin1String("loglines")) {
         Need_Args(c, 2, 2, "expect loglines N");
@@ -442,7 +416,7 @@ void Player::Expect_Log(const Command& c, const QString& what) {
     if (lines[n - 1] != c.words[3].text)
         throw Failure{QStringLiteral("line %1 of the session log is %2, not %3")
                           .arg(n)
-                          .arg(Quote(lines[n - 1]), Quote(c.words[3].text))};
+                          .arg(Quoted_Text(lines[n - 1]), Quoted_Text(c.words[3].text))};
 }
 
 void Player::Expect_Ended(const Command& c) {

@@ -7,8 +7,6 @@
 
 namespace hv {
 
-namespace {
-
 QString Style_Word(MsgStyle s) {
     switch (s) {
     case MsgStyle::Plain:
@@ -25,6 +23,18 @@ QString Style_Word(MsgStyle s) {
     return QString();
 }
 
+QString Quoted_Text(const QString& s) {
+    QString out = s;
+    out.replace(u'\\', QStringLiteral("\\\\"));
+    out.replace(u'"', QStringLiteral("\\\""));
+    out.replace(u'\r', QStringLiteral("\\r"));
+    out.replace(u'\n', QStringLiteral("\\n"));
+    out.replace(u'\t', QStringLiteral("\\t"));
+    return u'"' + out + u'"';
+}
+
+namespace {
+
 QString Answer_Word(MsgAnswer a) {
     switch (a) {
     case MsgAnswer::OK:
@@ -37,16 +47,6 @@ QString Answer_Word(MsgAnswer a) {
         return QStringLiteral("No");
     }
     return QString();
-}
-
-// A text on one transcript line: line ends shown as escapes.
-QString One_Line(const QString& s) {
-    QString out = s;
-    out.replace(u'\\', QStringLiteral("\\\\"));
-    out.replace(u'\r', QStringLiteral("\\r"));
-    out.replace(u'\n', QStringLiteral("\\n"));
-    out.replace(u'"', QStringLiteral("\\\""));
-    return u'"' + out + u'"';
 }
 
 } // namespace
@@ -82,14 +82,14 @@ MsgAnswer ScriptedPlatform::MsgBox(const QString& text, MsgStyle style, MsgButto
         if (m_answers.empty()) {
             answer = MsgAnswer::No;
             if (m_failure.isEmpty())
-                m_failure = QStringLiteral("unanswered question: ") + One_Line(text);
+                m_failure = QStringLiteral("unanswered question: ") + Quoted_Text(text);
         } else {
             answer = m_answers.front();
             m_answers.pop_front();
             if (answer != MsgAnswer::Yes && answer != MsgAnswer::No) {
                 if (m_failure.isEmpty())
                     m_failure = QStringLiteral("the queued answer %1 does not fit a Yes/No question: %2")
-                                    .arg(Answer_Word(answer), One_Line(text));
+                                    .arg(Answer_Word(answer), Quoted_Text(text));
                 answer = MsgAnswer::No;
             }
         }
@@ -99,7 +99,7 @@ MsgAnswer ScriptedPlatform::MsgBox(const QString& text, MsgStyle style, MsgButto
         m_onEvent(QStringLiteral("msgbox %1 %2 %3 %4 -> %5")
                       .arg(Style_Word(style),
                            buttons == MsgButtons::YesNo ? QStringLiteral("yesno") : QStringLiteral("ok"),
-                           One_Line(text), One_Line(title), Answer_Word(answer)));
+                           Quoted_Text(text), Quoted_Text(title), Answer_Word(answer)));
     return answer;
 }
 
@@ -108,7 +108,7 @@ FileDialogAnswer ScriptedPlatform::FileDialog(const FileDialogRequest& request) 
     FileDialogAnswer answer;
     if (m_dialogAnswers.empty()) {
         if (m_failure.isEmpty())
-            m_failure = QStringLiteral("unanswered file dialog: ") + One_Line(request.title);
+            m_failure = QStringLiteral("unanswered file dialog: ") + Quoted_Text(request.title);
     } else {
         answer = m_dialogAnswers.front();
         m_dialogAnswers.pop_front();
@@ -118,12 +118,12 @@ FileDialogAnswer ScriptedPlatform::FileDialog(const FileDialogRequest& request) 
         if (answer.cancelled)
             result = QStringLiteral("cancel");
         else if (!answer.directory.isEmpty())
-            result = One_Line(answer.directory) + u' ' + answer.files.join(u' ');
+            result = Quoted_Text(answer.directory) + u' ' + answer.files.join(u' ');
         else
             result = answer.files.join(u' ');
         m_onEvent(QStringLiteral("dialog %1 %2 -> %3")
                       .arg(request.save ? QStringLiteral("save") : QStringLiteral("open"),
-                           One_Line(request.title), result));
+                           Quoted_Text(request.title), result));
     }
     return answer;
 }
@@ -131,7 +131,7 @@ FileDialogAnswer ScriptedPlatform::FileDialog(const FileDialogRequest& request) 
 bool ScriptedPlatform::Shell_Open(const QString& target) {
     m_launched << target;
     if (m_onEvent)
-        m_onEvent(QStringLiteral("open ") + One_Line(target));
+        m_onEvent(QStringLiteral("open ") + Quoted_Text(target));
     return true;
 }
 
@@ -139,7 +139,7 @@ bool ScriptedPlatform::Start_Program(const QString& commandLine, bool hidden) {
     m_launched << commandLine;
     if (m_onEvent)
         m_onEvent(QStringLiteral("start program%1 %2")
-                      .arg(hidden ? QStringLiteral(" (hidden)") : QString(), One_Line(commandLine)));
+                      .arg(hidden ? QStringLiteral(" (hidden)") : QString(), Quoted_Text(commandLine)));
     return true;
 }
 
@@ -163,8 +163,8 @@ HttpAnswer ScriptedPlatform::Http_Get(const QString& url, int timeoutMs) {
     }
     if (m_onEvent)
         m_onEvent(QStringLiteral("http GET %1 -> %2")
-                      .arg(One_Line(url), answer.reached ? QString::number(answer.status) + u' ' +
-                                                               One_Line(QString::fromUtf8(answer.body))
+                      .arg(Quoted_Text(url), answer.reached ? QString::number(answer.status) + u' ' +
+                                                               Quoted_Text(QString::fromUtf8(answer.body))
                                                          : QStringLiteral("unreachable")));
     return answer;
 }

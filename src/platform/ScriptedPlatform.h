@@ -13,6 +13,11 @@
 
 namespace hv {
 
+// How the transcript and the driver's failure lines write a box's style ("exclamation") and a text
+// (in double quotes, with line ends, tabs, quotes and backslashes as escapes).
+QString Style_Word(MsgStyle s);
+QString Quoted_Text(const QString& s);
+
 struct RecordedBox {
     QString text;
     MsgStyle style;

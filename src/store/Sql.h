@@ -47,12 +47,15 @@ public:
     // True when a text value holds an apostrophe: such a statement is refused as an SQL error.
     bool Has_Quote_In_Text() const;
 
-private:
     struct Piece {
         enum Kind { Literal, Text, Number } kind;
         QString text;
         qint64 number = 0;
     };
+    // The pieces in order, for the engine to bind the slots without copying their values.
+    const std::vector<Piece>& Pieces() const { return m_pieces; }
+
+private:
     std::vector<Piece> m_pieces;
 };
 

@@ -189,7 +189,7 @@ int Db_Open(const QString& path) {
 
     sqlite3* db = nullptr;
     // The console never creates the store, so a file that vanished in between stays a failure.
-    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
+    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK) {
         sqlite3_close_v2(db);
         Err().Set(errnum::PathFileAccessError);
@@ -225,15 +225,16 @@ bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
         return true;
     }
 
-    const std::vector<QVariant> values = sql.Values();
-    for (size_t i = 0; i < values.size(); ++i) {
-        const int index = int(i) + 1;
-        if (values[i].typeId() == QMetaType::QString) {
-            const QByteArray utf8 = values[i].toString().toUtf8();
-            rc = sqlite3_bind_text(stmt, index, utf8.constData(), int(utf8.size()), SQLITE_TRANSIENT);
-        } else {
-            rc = sqlite3_bind_int64(stmt, index, values[i].toLongLong());
-        }
+    // The values stay in the statement object until the step is done, so SQLite need not copy them.
+    int index = 0;
+    for (const Sql::Piece& p : sql.Pieces()) {
+        if (p.kind == Sql::Piece::Literal)
+            continue;
+        ++index;
+        if (p.kind == Sql::Piece::Text)
+            rc = sqlite3_bind_text16(stmt, index, p.text.utf16(), int(p.text.size() * 2), SQLITE_STATIC);
+        else
+            rc = sqlite3_bind_int64(stmt, index, p.number);
         if (rc != SQLITE_OK)
             return Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
     }
@@ -261,9 +262,11 @@ bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
     if (rc != SQLITE_DONE) {
         const QString message = QString::fromUtf8(sqlite3_errmsg(conn->Db()));
         sqlite3_reset(stmt);
+        sqlite3_clear_bindings(stmt);
         return Sql_Failed(message);
     }
     sqlite3_reset(stmt);
+    sqlite3_clear_bindings(stmt);
     rows = table.Rows();
     return true;
 }

@@ -1,8 +1,13 @@
 // Every statement the policy operations run, filled with sample values and read back as text. The
 // enforcement components parse these rows, so each text is held to the letter, blanks included.
 #include "store/Statements.h"
+#include "store/modDB.h"
 
+#include "setup/StoreSetup.h"
+
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <vector>
 
@@ -152,6 +157,9 @@ std::vector<Case> All_Statements() {
         {"Get_Exception_Users", Get_Exception_Users(), "SELECT E_USER_NAME,E_ID FROM USER_EXCPN_TBL"},
         {"Is_New_Exception_User", Is_New_Exception_User(u),
          "SELECT COUNT(E_ID) FROM USER_EXCPN_TBL WHERE UPPER(E_USER_NAME)='ALICE'"},
+        // the batch pattern's transaction, shared with the report pages' Run_In_Transaction
+        {"Batch begin", Sql(kBeginTrans), "BEGIN DEFERRED TRANSACTION MY_TRANS"},
+        {"Batch commit", Sql(kCommitTrans), "COMMIT TRANSACTION MY_TRANS"},
         // bit columns
         {"Load_Feature_Bits U", Load_Bits(BitColumn::Feature, 0, 7),
          "SELECT FEATURE_BITS FROM USER_TBL WHERE USER_ID=7"},
@@ -175,6 +183,26 @@ std::vector<Case> All_Statements() {
 TEST(StatementsText, EveryStatementReadsExactlyAsWritten) {
     for (const Case& c : All_Statements())
         EXPECT_EQ(c.sql.Literal_Text().toStdString(), std::string(c.expected)) << c.name;
+}
+
+// Every statement, in the form it reads and in the form that is prepared, compiles against the store the
+// installer lays down: each table and column it names is there.
+TEST(StatementsText, EveryStatementCompilesAgainstTheInstalledStore) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("hvpolicy.iil"));
+    QString error;
+    ASSERT_TRUE(Create_Store(path, false, &error)) << error.toStdString();
+    sqlite3* db = nullptr;
+    ASSERT_EQ(sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READONLY, nullptr), SQLITE_OK);
+    for (const Case& c : All_Statements()) {
+        for (const QString& text : {c.sql.Literal_Text(), c.sql.Bound_Text()}) {
+            sqlite3_stmt* stmt = nullptr;
+            const int rc = sqlite3_prepare_v2(db, text.toUtf8().constData(), -1, &stmt, nullptr);
+            EXPECT_EQ(rc, SQLITE_OK) << c.name << ": " << sqlite3_errmsg(db);
+            sqlite3_finalize(stmt);
+        }
+    }
+    sqlite3_close(db);
 }
 
 // The boundary of the subject rule is C = 1, not C > 0 of some other reading: 1 is the first computer id.

@@ -169,7 +169,7 @@ TEST_F(StoreOps, BatchRowWithAnApostropheFailsAloneAndTheRestCommits) {
     Db_Close(handle);
     EXPECT_EQ(Peek("SELECT group_concat(WINDOW_TITLE) FROM WINDOW_TBL"), "Solitaire");
     ASSERT_EQ(Boxes().size(), 2u); // the engine's SQL text, then the operation's own (empty) report
-    EXPECT_FALSE(Boxes()[0].text.isEmpty());
+    EXPECT_EQ(Boxes()[0].text, QStringLiteral("near \"s\": syntax error"));
     EXPECT_TRUE(Boxes()[1].text.isEmpty());
 }
 
@@ -332,6 +332,22 @@ TEST_F(StoreOps, MessagesRoundTrip) {
     ASSERT_EQ(rows, 1);
     EXPECT_EQ(t.Text(1, 1), QStringLiteral("B"));
     EXPECT_EQ(t.Long(1, 3), 0);
+}
+
+TEST_F(StoreOps, NullTextReadsEmptyAndNullNumberIsATypeMismatch) {
+    Poke(QStringLiteral("UPDATE USER_TBL SET APP_BLOCKER_MSG=NULL WHERE USER_ID=%1").arg(m_alice));
+    long type = -1;
+    QString text = QStringLiteral("old");
+    ASSERT_TRUE(Get_App_Message(0, m_alice, type, text));
+    EXPECT_EQ(type, 0);
+    EXPECT_TRUE(text.isEmpty());
+    EXPECT_TRUE(Boxes().empty());
+
+    Poke(QStringLiteral("UPDATE USER_TBL SET APP_MSG_TYPE=NULL WHERE USER_ID=%1").arg(m_alice));
+    EXPECT_FALSE(Get_App_Message(0, m_alice, type, text));
+    ASSERT_EQ(Boxes().size(), 1u);
+    EXPECT_EQ(Boxes()[0].text,
+              QStringLiteral("Type mismatch: ErrNo=13: ErrDesc=Type mismatch: ErrSrc=HalvenorTS"));
 }
 
 TEST_F(StoreOps, MissingStoreIsReportedOnceByTheOpening) {

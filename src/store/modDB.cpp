@@ -27,10 +27,10 @@ const std::optional<QString>& ResultTable::Cell(int row, int col) const {
 }
 
 QString ResultTable::Text(int row, int col) const {
+    // A NULL cell reads as an empty text, as the table query hands it over; read as a number it is then
+    // a type mismatch.
     const auto& cell = Cell(row, col);
-    if (!cell)
-        Err().Raise(errnum::InvalidUseOfNull);
-    return *cell;
+    return cell ? *cell : QString();
 }
 
 bool ResultTable::Is_Null(int row, int col) const {
@@ -161,6 +161,19 @@ bool Sql_Failed(const QString& message) {
     return false;
 }
 
+// What SQLite says of the statement as it reads with its values written in, when an apostrophe in a value
+// has ended a quoted literal early. The text is only compiled, never run. Where the broken text still
+// compiles (the rest of the value happens to read as SQL), it is refused all the same, as a syntax error.
+QString Broken_Literal_Message(sqlite3* db, const Sql& sql) {
+    const QByteArray utf8 = sql.Literal_Text().toUtf8();
+    sqlite3_stmt* probe = nullptr;
+    const int rc = sqlite3_prepare_v2(db, utf8.constData(), int(utf8.size()), &probe, nullptr);
+    sqlite3_finalize(probe);
+    if (rc != SQLITE_OK)
+        return QString::fromUtf8(sqlite3_errmsg(db));
+    return QStringLiteral("near \"'\": syntax error");
+}
+
 } // namespace
 
 QString Get_Windows_Directory() {
@@ -189,7 +202,8 @@ int Db_Open(const QString& path) {
 
     sqlite3* db = nullptr;
     // The console never creates the store, so a file that vanished in between stays a failure.
-    const int rc = sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    const int rc =
+        sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     if (rc != SQLITE_OK) {
         sqlite3_close_v2(db);
         Err().Set(errnum::PathFileAccessError);
@@ -211,9 +225,9 @@ bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
     if (!conn)
         return Sql_Failed(QString::fromUtf8(sqlite3_errstr(SQLITE_MISUSE)));
     // A value with an apostrophe would have ended its literal early and broken the statement; it is
-    // refused the same way, and nothing of it runs.
+    // refused with SQLite's words for the broken text, and nothing of it runs.
     if (sql.Has_Quote_In_Text())
-        return Sql_Failed(QStringLiteral("near \"'\": syntax error"));
+        return Sql_Failed(Broken_Literal_Message(conn->Db(), sql));
 
     int rc = SQLITE_OK;
     sqlite3_stmt* stmt = conn->Prepare(sql.Bound_Text(), rc);

@@ -10,8 +10,8 @@
 namespace hv {
 
 // Row 0 holds the column names; data rows run from 1 to the row count. Reading a cell that is not there
-// raises "Subscript out of range" (9); reading NULL raises "Invalid use of Null" (94); reading a text
-// that is not a number as a number raises "Type mismatch" (13).
+// raises "Subscript out of range" (9); NULL reads as an empty text; reading a text that is not a number
+// (an empty one included) as a number raises "Type mismatch" (13).
 class ResultTable final {
 public:
     ResultTable() = default;

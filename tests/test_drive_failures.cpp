@@ -41,8 +41,6 @@ TEST_F(DriveFailures, EachFailureNamesFileLineAndReason) {
         const char* where;
         const char* reason;
     } cases[] = {
-        {"unknown.scenario", "store default\nstart\n\nfrobnicate frmLogin\n",
-         ":4: ", "unknown command \"frobnicate\""},
         {"nocontrol.scenario", "store default\nstart\nclick frmLogin.cmdNothing\n",
          ":3: ", "form frmLogin has no control cmdNothing"},
         {"noform.scenario", "store default\nclick frmNowhere.cmdOK\n",
@@ -77,10 +75,17 @@ TEST_F(DriveFailures, AFileThatCannotBeReadExitsTwo) {
         const char* message;
     } cases[] = {
         {"open.scenario", "store default\n\nstart \"-ip\n", ":3: a quoted word is not closed"},
-        {"escape.scenario", "# fine\nwrite \"a.txt\" \"bad \\q\"\n", ":2: unknown escape \\q"},
+        {"backslash.scenario", "# fine\nwrite \"a.txt\" \"bad \\", ":2: a backslash at the end of the line"},
         {"hex.scenario", "write \"a.txt\" \"\\x4\"\n", ":1: \\x must be followed by two hexadecimal digits"},
         {"glued.scenario", "store default\nexpect log \"Stop\"x\n",
          ":2: a quoted word must be followed by a blank"},
+        // A line the driver has no command for is found before anything runs.
+        {"unknown.scenario", "store default\nstart\n\nfrobnicate frmLogin\n",
+         ":4: unknown command \"frobnicate\""},
+        {"quotedverb.scenario", "\"start\"\n", ":1: unknown command \"start\""},
+        {"expectation.scenario", "store default\nstart\nexpect shwon frmLogin\n",
+         ":3: unknown expectation \"shwon\""},
+        {"expectnothing.scenario", "expect\n", ":1: expect what?"},
     };
     for (const auto& c : cases) {
         const QString file = Write(c.name, c.text);
@@ -102,6 +107,14 @@ TEST_F(DriveFailures, FilesRunInWorldsOfTheirOwn) {
     EXPECT_EQ(r.status, 0) << r.out.toStdString();
 }
 
+TEST_F(DriveFailures, WindowsEditorsFilesRunAsWritten) {
+    // A byte order mark and CR LF line ends, as a Windows editor saves a scenario.
+    const QString file = Write("windows.scenario", "\xEF\xBB\xBFstore default\r\nstart\r\n"
+                                                   "# a comment\r\n\r\nCLOSE frmLogin\r\nExpect Ended\r\n");
+    const DriveRun r = Run({file});
+    EXPECT_EQ(r.status, 0) << r.out.toStdString();
+}
+
 TEST_F(DriveFailures, TheTranscriptShowsCommandsBoxesAndLogLines) {
     const QString file =
         Write("verbose.scenario", "store default\nstart\nclick frmLogin.cmdLogin\n"
@@ -120,7 +133,10 @@ TEST_F(DriveFailures, EscapesWriteExactBytes) {
         Write("bytes.scenario", "write \"sub/in.txt\" \"a\\r\\n\\x00\\xff\\t\\\"q\\\\\"\n"
                                 "expect file \"sub/in.txt\" \"a\\r\\n\\0\\xFF\\t\\\"q\\\\\"\n"
                                 "expect filecontains \"sub/in.txt\" \"\\xff\\t\"\n"
-                                "expect nofile \"sub/other.txt\"\n");
+                                "expect nofile \"sub/other.txt\"\n"
+                                // A backslash before anything that is not an escape stands for itself.
+                                "write \"key.txt\" \"SOFTWARE\\Microsoft\\Windows NT\\\\x\"\n"
+                                "expect file \"key.txt\" \"SOFTWARE\\\\Microsoft\\\\Windows NT\\\\x\"\n");
     const DriveRun r = Run({file});
     EXPECT_EQ(r.status, 0) << r.out.toStdString();
 

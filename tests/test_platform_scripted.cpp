@@ -37,6 +37,14 @@ TEST_F(PlatformScripted, OkBoxesAnswerThemselvesAndQuestionsTakeTheQueue) {
     EXPECT_EQ(world.m_boxes.size(), 3u);
 }
 
+TEST_F(PlatformScripted, AnOkQueuedForAnOkBoxIsTakenByIt) {
+    world.m_answers = {MsgAnswer::OK, MsgAnswer::Yes};
+    EXPECT_EQ(MsgBox(QStringLiteral("saved"), MsgStyle::Information), MsgAnswer::OK);
+    EXPECT_EQ(MsgBox(QStringLiteral("sure?"), MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::Yes);
+    EXPECT_TRUE(world.m_failure.isEmpty()) << world.m_failure.toStdString();
+    EXPECT_TRUE(world.m_answers.empty());
+}
+
 TEST_F(PlatformScripted, AnAnswerThatDoesNotFitTheQuestionFails) {
     world.m_answers = {MsgAnswer::OK};
     EXPECT_EQ(MsgBox(QStringLiteral("delete?"), MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::No);

@@ -335,11 +335,12 @@ void Player::Cmd_Dialog(const Command& c) {
     if (c.words.size() == 2 && c.words[1].Is("cancel")) {
         a.cancelled = true;
     } else if (c.words.size() == 2) {
+        // A dialog hands back full paths; a relative one is taken from the scenario's working directory.
         a.cancelled = false;
-        a.files << c.words[1].text;
+        a.files << Work_Path(c.words[1].text);
     } else {
         a.cancelled = false;
-        a.directory = c.words[1].text;
+        a.directory = Work_Path(c.words[1].text);
         for (size_t i = 2; i < c.words.size(); ++i)
             a.files << c.words[i].text;
     }

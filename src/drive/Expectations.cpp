@@ -28,8 +28,8 @@ QString Quote_List(const QStringList& rows) {
 QString Box_Text(const RecordedBox& b) {
     return QStringLiteral("%1 %2 %3 %4")
         .arg(Style_Word(b.style),
-             b.buttons == MsgButtons::YesNo ? QStringLiteral("yesno") : QStringLiteral("ok"), Quoted_Text(b.text),
-             Quoted_Text(b.title));
+             b.buttons == MsgButtons::YesNo ? QStringLiteral("yesno") : QStringLiteral("ok"),
+             Quoted_Text(b.text), Quoted_Text(b.title));
 }
 
 QString Quote_Bytes(const QByteArray& b) {
@@ -118,13 +118,14 @@ void Player::Cmd_Expect(const Command& c) {
     if (what.Is("registry")) {
         Need_Args(c, 4, 4, "expect registry \"KEYPATH\" \"NAME\" \"VALUE\"");
         IniRegistry reg(m_platform->Windows_Directory() + QStringLiteral("/registry.ini"));
-        const auto v = reg.Get_Value_Text(c.words[2].text, c.words[3].text);
+        const auto v = reg.Get_Value_Text(Machine_Key(c.words[2].text), c.words[3].text);
         if (!v)
             throw Failure{QStringLiteral("the registry has no value %1 under %2")
                               .arg(Quoted_Text(c.words[3].text), Quoted_Text(c.words[2].text))};
         if (*v != c.words[4].text)
-            throw Failure{QStringLiteral("the registry value %1 is %2, not %3")
-                              .arg(Quoted_Text(c.words[3].text), Quoted_Text(*v), Quoted_Text(c.words[4].text))};
+            throw Failure{
+                QStringLiteral("the registry value %1 is %2, not %3")
+                    .arg(Quoted_Text(c.words[3].text), Quoted_Text(*v), Quoted_Text(c.words[4].text))};
         return;
     }
     if (!what.quoted && what.text.contains(u'.'))
@@ -346,8 +347,9 @@ void Player::Expect_File(const Command& c, const QString& what) {
         throw Failure{QStringLiteral("the file %1 holds %2; expected %3")
                           .arg(Quoted_Text(c.words[2].text), Quote_Bytes(have), Quote_Bytes(want))};
     if (what == QLatin1String("filecontains") && !have.contains(want))
-        throw Failure{QStringLiteral("the file %1 does not hold %2; it holds %3")
-                          .arg(Quoted_Text(c.words[2].text), Quote_Bytes(want), Quote_Bytes(have.left(2000)))};
+        throw Failure{
+            QStringLiteral("the file %1 does not hold %2; it holds %3")
+                .arg(Quoted_Text(c.words[2].text), Quote_Bytes(want), Quote_Bytes(have.left(2000)))};
 }
 
 QStringList Player::Log_Lines(bool mustExist) const {
@@ -395,7 +397,8 @@ void Player::Expect_Log(const Command& c, const QString& what) {
         for (const QString& l : lines)
             if (l.contains(c.words[2].text))
                 return;
-        throw Failure{QStringLiteral("no line of the session log contains %1").arg(Quoted_Text(c.words[2].text))};
+        throw Failure{
+            QStringLiteral("no line of the session log contains %1").arg(Quoted_Text(c.words[2].text))};
     }
     if (what == QLatin1String("loglines")) {
         Need_Args(c, 2, 2, "expect loglines N");

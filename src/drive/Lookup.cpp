@@ -1,5 +1,6 @@
 #include "drive/Lookup.h"
 
+#include "platform/ScriptedPlatform.h"
 #include "ui/Controls.h"
 #include "ui/Form.h"
 #include "ui/Forms.h"
@@ -131,7 +132,7 @@ int Row_Of(const Target& t, const Word& row) {
     }
     const int at = int(rows.indexOf(row.text));
     if (at < 0)
-        throw Failure{QStringLiteral("%1 has no row \"%2\"").arg(t.ref, row.text)};
+        throw Failure{QStringLiteral("%1 has no row %2").arg(t.ref, Quoted_Text(row.text))};
     return at + 1;
 }
 

@@ -45,6 +45,9 @@ struct PropValue {
 };
 PropValue Read_Property(const Target& t, const QString& prop);
 
+// A registry key path of the scenario, without a leading "HKEY_LOCAL_MACHINE\" or "HKLM\".
+QString Machine_Key(const QString& keyPath);
+
 // True for a control a user could work with now: enabled together with everything that holds it.
 bool User_Can_Reach(const QObject* o);
 

@@ -23,7 +23,11 @@ Player::Player(const QString& fileName, bool verbose, QTextStream& out, QTextStr
     m_oldCwd = QDir::currentPath();
     QDir::setCurrent(m_workDir->path());
     if (m_verbose)
-        m_platform->m_onEvent = [this](const QString& line) { Say(QStringLiteral("    ") + line); };
+        m_platform->m_onEvent = [this](const QString& line) {
+            // Log lines written before this event come first, so the transcript keeps their order.
+            Echo_Log();
+            Say(QStringLiteral("    ") + line);
+        };
     Set_Platform(m_platform.get());
     Reset_Process_State();
     Register_All_Forms();
@@ -52,7 +56,9 @@ QString Player::Store_Path() const {
 }
 
 QString Player::Work_Path(const QString& path) const {
-    return QFileInfo(path).isAbsolute() ? path : m_workDir->path() + u'/' + path;
+    if (path.isEmpty() || QFileInfo(path).isAbsolute())
+        return path;
+    return QDir::cleanPath(m_workDir->path() + u'/' + path);
 }
 
 const Word& Player::Arg(const Command& c, size_t i, const char* what) const {
@@ -106,6 +112,38 @@ const std::map<QString, Player::Handler>& Player::Handlers() {
         {QStringLiteral("expect"), &Player::Cmd_Expect},
     };
     return table;
+}
+
+bool Player::Check_Script(const std::vector<Command>& commands, ParseError& error) {
+    static const QStringList expectations = {
+        QStringLiteral("msgbox"),   QStringLiteral("nomsgbox"),     QStringLiteral("rows"),
+        QStringLiteral("row"),      QStringLiteral("selected"),     QStringLiteral("checked"),
+        QStringLiteral("bold"),     QStringLiteral("rowtag"),       QStringLiteral("colwidth"),
+        QStringLiteral("shown"),    QStringLiteral("notshown"),     QStringLiteral("caption"),
+        QStringLiteral("sql"),      QStringLiteral("filecontains"), QStringLiteral("file"),
+        QStringLiteral("nofile"),   QStringLiteral("log"),          QStringLiteral("logline"),
+        QStringLiteral("loglines"), QStringLiteral("nolog"),        QStringLiteral("launched"),
+        QStringLiteral("registry"), QStringLiteral("ended")};
+    for (const Command& c : commands) {
+        const Word& verb = c.words.front();
+        if (verb.quoted || verb.contains || Handlers().count(verb.text.toLower()) == 0) {
+            error = ParseError{c.line, QStringLiteral("unknown command %1").arg(Quoted_Text(verb.text))};
+            return false;
+        }
+        if (!verb.Is("expect"))
+            continue;
+        if (c.words.size() < 2) {
+            error = ParseError{c.line, QStringLiteral("expect what? (msgbox, rows, sql, log, ended, ...)")};
+            return false;
+        }
+        const Word& what = c.words[1];
+        const bool property = !what.quoted && !what.contains && what.text.contains(u'.');
+        if (!property && (what.quoted || what.contains || !expectations.contains(what.text.toLower()))) {
+            error = ParseError{c.line, QStringLiteral("unknown expectation %1").arg(Quoted_Text(what.text))};
+            return false;
+        }
+    }
+    return true;
 }
 
 void Player::Run(const Command& c) {
@@ -171,6 +209,8 @@ int Player::Play(const std::vector<Command>& commands, int lastLine) {
         if (failure.isEmpty() && !m_platform->m_failure.isEmpty())
             failure = m_platform->m_failure;
         if (!failure.isEmpty()) {
+            // One line, whatever the reason quotes from the program.
+            failure.replace(u'\r', QStringLiteral("\\r")).replace(u'\n', QStringLiteral("\\n"));
             m_err << m_fileName << ':' << c.line << ": " << failure << '\n';
             m_err.flush();
             return 1;
@@ -179,12 +219,9 @@ int Player::Play(const std::vector<Command>& commands, int lastLine) {
     // Every box the scenario caused is part of what it tests.
     if (m_boxesSeen < m_platform->m_boxes.size()) {
         const RecordedBox& b = m_platform->m_boxes[m_boxesSeen];
-        QString text = b.text;
-        text.replace(u'\\', QStringLiteral("\\\\"))
-            .replace(u'"', QStringLiteral("\\\""))
-            .replace(u'\n', QStringLiteral("\\n"));
-        m_err << m_fileName << ':' << lastLine << ": a message box was shown and never expected: \"" << text
-              << "\" (" << (m_platform->m_boxes.size() - m_boxesSeen - 1) << " more after it)" << '\n';
+        m_err << m_fileName << ':' << lastLine
+              << ": a message box was shown and never expected: " << Quoted_Text(b.text) << " ("
+              << (m_platform->m_boxes.size() - m_boxesSeen - 1) << " more after it)" << '\n';
         m_err.flush();
         return 1;
     }

@@ -26,6 +26,10 @@ public:
     // 0 when every expectation held; 1 after the first failure (reported as "file:line: reason").
     int Play(const std::vector<Command>& commands, int lastLine);
 
+    // Before anything runs: every line must begin with a command the driver knows, and an expectation
+    // with a kind it knows; false with the first line that does not.
+    static bool Check_Script(const std::vector<Command>& commands, ParseError& error);
+
 private:
     using Handler = void (Player::*)(const Command&);
     static const std::map<QString, Handler>& Handlers();

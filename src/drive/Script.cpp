@@ -96,8 +96,11 @@ bool Read_Quoted(const QString& line, qsizetype& i, Word& w, QString& reason) {
             break;
         }
         default:
-            reason = QStringLiteral("unknown escape \\%1").arg(e);
-            return false;
+            // Not an escape: the backslash stands for itself, as in a registry path written with single
+            // backslashes ("SOFTWARE\Microsoft"). The character after it is read again as an ordinary one.
+            Append(w, u'\\');
+            i -= 1;
+            break;
         }
     }
     reason = QStringLiteral("a quoted word is not closed");
@@ -140,7 +143,9 @@ bool Split_Line(const QString& line, std::vector<Word>& words, QString& reason) 
 
 bool Parse_Script(const QByteArray& content, std::vector<Command>& commands, ParseError& error) {
     commands.clear();
-    const QString text = QString::fromUtf8(content);
+    QString text = QString::fromUtf8(content);
+    if (text.startsWith(QChar(0xFEFF)))
+        text.remove(0, 1); // an editor's byte order mark is not part of the first command
     const QStringList lines = text.split(u'\n');
     for (qsizetype n = 0; n < lines.size(); ++n) {
         QString line = lines[n];

@@ -93,9 +93,18 @@ void Player::Cmd_Provider(const Command& c) {
     m_platform->m_providerMissing = true;
 }
 
+QString Machine_Key(const QString& keyPath) {
+    // The stand-in holds HKEY_LOCAL_MACHINE only; a path written with its root names the same key.
+    for (const char* root : {"HKEY_LOCAL_MACHINE\\", "HKLM\\"})
+        if (keyPath.startsWith(QLatin1String(root), Qt::CaseInsensitive))
+            return keyPath.mid(qsizetype(qstrlen(root)));
+    return keyPath;
+}
+
 void Player::Cmd_Registry(const Command& c) {
     Need_Args(c, 3, 3, "registry \"KEYPATH\" \"NAME\" \"VALUE\"");
-    if (!m_platform->Registry_Root().Set_String(c.words[1].text, c.words[2].text, c.words[3].text))
+    Registry& reg = m_platform->Registry_Root();
+    if (!reg.Set_String(Machine_Key(c.words[1].text), c.words[2].text, c.words[3].text))
         throw Failure{QStringLiteral("the registry stand-in could not be written")};
 }
 

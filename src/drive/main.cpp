@@ -56,7 +56,8 @@ int main(int argc, char* argv[]) {
         const QByteArray content = f.readAll();
         std::vector<hv::drive::Command> commands;
         hv::drive::ParseError parseError;
-        if (!hv::drive::Parse_Script(content, commands, parseError)) {
+        if (!hv::drive::Parse_Script(content, commands, parseError) ||
+            !hv::drive::Player::Check_Script(commands, parseError)) {
             err << file << ':' << parseError.line << ": " << parseError.reason << '\n';
             status = 2;
             continue;

@@ -78,7 +78,12 @@ ScriptedPlatform::~ScriptedPlatform() = default;
 MsgAnswer ScriptedPlatform::MsgBox(const QString& text, MsgStyle style, MsgButtons buttons,
                                    const QString& title) {
     MsgAnswer answer = MsgAnswer::OK;
-    if (buttons == MsgButtons::YesNo) {
+    if (buttons == MsgButtons::OK) {
+        // A box with only OK answers itself; an OK queued for it is taken so that it does not wait for
+        // the next question.
+        if (!m_answers.empty() && m_answers.front() == MsgAnswer::OK)
+            m_answers.pop_front();
+    } else {
         if (m_answers.empty()) {
             answer = MsgAnswer::No;
             if (m_failure.isEmpty())
@@ -164,8 +169,8 @@ HttpAnswer ScriptedPlatform::Http_Get(const QString& url, int timeoutMs) {
     if (m_onEvent)
         m_onEvent(QStringLiteral("http GET %1 -> %2")
                       .arg(Quoted_Text(url), answer.reached ? QString::number(answer.status) + u' ' +
-                                                               Quoted_Text(QString::fromUtf8(answer.body))
-                                                         : QStringLiteral("unreachable")));
+                                                                  Quoted_Text(QString::fromUtf8(answer.body))
+                                                            : QStringLiteral("unreachable")));
     return answer;
 }
 

@@ -95,6 +95,8 @@ protected:
 };
 
 TEST_F(MainConsoleSubject, APageOnItsOwnLoadsTheConsoleHidden) {
+    // The caption's text is asked first on most pages: it alone must already find the loaded selector.
+    EXPECT_EQ(Current_User_Text(), QStringLiteral("[All Users...]"));
     const Subject s = Current_Subject();
     EXPECT_EQ(s.computerId, 0);
     EXPECT_EQ(s.userId, 0); // All User Mode: the "[All Users...]" row

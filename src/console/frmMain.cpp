@@ -11,6 +11,7 @@
 
 #include <QAbstractItemView>
 #include <QFrame>
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QListView>
 #include <QMenuBar>
@@ -41,7 +42,8 @@ long Tag_Number(const QObject* control) {
 const char* const kBaseStyle = R"(
 #picMain { border: none; background-color: #F7F8FA; }
 #picSideBar { border: none; border-left: 1px solid #d9dde3; }
-#fraHVMode, #fraSelectUser, #fraDescription { border: 1px solid #e1e5ea; border-radius: 6px; }
+#fraHVMode, #fraSelectUser, #fraDescription { border: 1px solid #e1e5ea; border-radius: 6px; margin: 0px; padding: 0px; }
+#fraHVMode::title, #fraSelectUser::title, #fraDescription::title { subcontrol-origin: padding; color: transparent; width: 0px; height: 0px; padding: 0px; }
 #lblHeaderInternet, #lblHeaderAppnAndDevice, #lblHeaderGenSettings { font-size: 11pt; font-weight: bold; color: #1f2d3d; }
 #lblHVMode, #lblInternetMode { font-size: 10.5pt; font-weight: bold; }
 #lblUsers { font-weight: bold; color: #4a5563; }
@@ -56,6 +58,15 @@ QFrame* Card(const char* name, QWidget* parent) {
     auto* frame = new QFrame(parent);
     frame->setObjectName(QLatin1String(name));
     frame->setFrameShape(QFrame::NoFrame);
+    return frame;
+}
+
+// A frame of the side bar: a group box that carries its caption, drawn as a card. The caption is not
+// painted, as the labels inside already say what the card holds.
+QGroupBox* Side_Frame(const char* name, const QString& caption, QWidget* parent) {
+    auto* frame = new QGroupBox(caption, parent);
+    frame->setObjectName(QLatin1String(name));
+    frame->setFlat(true);
     return frame;
 }
 
@@ -179,7 +190,7 @@ void frmMain::Build_Side_Bar() {
     picSideBar = Card("picSideBar", this);
     picSideBar->setFixedWidth(kSideBarWidth);
 
-    fraHVMode = Card("fraHVMode", picSideBar);
+    fraHVMode = Side_Frame("fraHVMode", QString(), picSideBar);
     picHVMode = new ui::Label(QStringLiteral("picHVMode"), QString(), fraHVMode);
     picHVMode->setFixedSize(40, 40);
     picHVMode->setAlignment(Qt::AlignCenter);
@@ -191,7 +202,7 @@ void frmMain::Build_Side_Bar() {
     modeLayout->addWidget(picHVMode);
     modeLayout->addWidget(lblHVMode, 1);
 
-    fraSelectUser = Card("fraSelectUser", picSideBar);
+    fraSelectUser = Side_Frame("fraSelectUser", QStringLiteral("Select User"), picSideBar);
     lblUsers = new ui::Label(QStringLiteral("lblUsers"), QStringLiteral("Select User"), fraSelectUser);
     cboUsers = new ui::ComboBox(QStringLiteral("cboUsers"), ui::ComboBox::DropDownList, fraSelectUser);
     lblUsers->setBuddy(cboUsers);
@@ -213,7 +224,7 @@ void frmMain::Build_Side_Bar() {
     userLayout->addSpacing(4);
     userLayout->addLayout(internetRow);
 
-    fraDescription = Card("fraDescription", picSideBar);
+    fraDescription = Side_Frame("fraDescription", QString(), picSideBar);
     lblDescHeader =
         new ui::Label(QStringLiteral("lblDescHeader"), QStringLiteral("HalvenorTS"), fraDescription);
     lblDescHeader->setToolTip(QStringLiteral("HalvenorTS Home Page"));

@@ -10,6 +10,7 @@
 
 class QAction;
 class QFrame;
+class QGroupBox;
 class QMenu;
 class QMenuBar;
 
@@ -66,15 +67,15 @@ public:
     ui::Label* lblHeaderGenSettings = nullptr;
     std::array<QFrame*, 3> lineSeparator{};
     QWidget* picSideBar = nullptr;
-    QFrame* fraHVMode = nullptr;
+    QGroupBox* fraHVMode = nullptr;
     ui::Label* picHVMode = nullptr;
     ui::Label* lblHVMode = nullptr;
-    QFrame* fraSelectUser = nullptr;
+    QGroupBox* fraSelectUser = nullptr;
     ui::Label* lblUsers = nullptr;
     ui::ComboBox* cboUsers = nullptr;
     ui::Label* picInternetMode = nullptr;
     ui::Label* lblInternetMode = nullptr;
-    QFrame* fraDescription = nullptr;
+    QGroupBox* fraDescription = nullptr;
     ui::Label* lblDescHeader = nullptr;
     ui::Label* lblDescription = nullptr;
     ui::StatusBar* sbrMain = nullptr;
@@ -133,6 +134,8 @@ struct Subject {
     long userId = 0;
 };
 Subject Current_Subject();
+// The text of the selector as the pages' captions show it; reading it loads the main console the same way.
+QString Current_User_Text();
 
 // Shows a page from the catalogue modally over the main console; nothing when the page is not there.
 void Show_Page(const QString& formName);

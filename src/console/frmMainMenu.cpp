@@ -116,7 +116,10 @@ QAction* frmMain::Add_Item(QMenu* menu, const char* name, const char* caption, H
 }
 
 void frmMain::Add_Separator(QMenu* menu, const char* name) {
-    menu->addSeparator()->setObjectName(QLatin1String(name));
+    // A separator is an item whose caption is a single dash; the menu draws it as a rule.
+    QAction* rule = menu->addSeparator();
+    rule->setObjectName(QLatin1String(name));
+    rule->setText(QStringLiteral("-"));
 }
 
 void frmMain::Build_Menu() {
@@ -306,10 +309,21 @@ void Show_Page(const QString& formName) {
         page->Show_Modal(ui::Forms::Find(QStringLiteral("frmMain")));
 }
 
-Subject Current_Subject() {
-    // A page shown on its own still finds a main console to ask, loaded but not shown.
+namespace {
+// A page shown on its own still finds a main console to ask, loaded but not shown.
+frmMain& Loaded_Main() {
     frmMain& main = ui::Forms::Get<frmMain>();
     main.Load();
+    return main;
+}
+} // namespace
+
+QString Current_User_Text() {
+    return Loaded_Main().cboUsers->Text();
+}
+
+Subject Current_Subject() {
+    frmMain& main = Loaded_Main();
     Subject s;
     s.computerId = main.m_lngComputerID;
     bool ok = false;

@@ -77,6 +77,8 @@ void frmEXEBlocker::cmdBrowseExe_Click() {
         // Loaded at its first call, as a declared library is: a missing one fails here.
         std::unique_ptr<ProviderLibrary> provider;
         for (int i = first; i < parts.size(); ++i) {
+            // The folder and the name are joined with this platform's separator; the library takes the
+            // name after the last separator of either kind.
             const QString path = parts.size() > 1 ? parts[0] + u'/' + parts[i] : parts[i];
             QByteArray buffer = path.toLocal8Bit().left(ProviderLibrary::kNameBufferSize);
             if (!provider)

@@ -50,6 +50,13 @@ ListFieldReader::ListFieldReader(QByteArray bytes) : m_bytes(std::move(bytes)) {
         m_pos = 3;
 }
 
+qsizetype ListFieldReader::Field_Estimate() const {
+    qsizetype ends = m_bytes.count('\n');
+    if (ends == 0)
+        ends = m_bytes.count('\r');
+    return ends + m_bytes.count(',') + 1;
+}
+
 QString ListFieldReader::Text(qsizetype start, qsizetype end) const {
     const char* p = m_bytes.constData() + start;
     return m_utf8 ? QString::fromUtf8(p, end - start) : Decode_Windows_1252(p, end - start);

@@ -33,6 +33,9 @@ public:
     // file" (62).
     QString Next_Field();
     bool Is_Utf8() const { return m_utf8; }
+    // About how many fields the file holds (one a line end or comma, and the last line): enough to make
+    // room for the rows an import adds, never a promise.
+    qsizetype Field_Estimate() const;
 
 private:
     QString Text(qsizetype start, qsizetype end) const;

@@ -230,7 +230,9 @@ void frmPortFilter::Filter_Click(ui::ComboBox* filter, ui::ComboBox* protocol) {
         long index = 0;
         bool found = false;
         Filter_To_Protocol_Index(filter->Text(), index, found);
-        protocol->Set_ListIndex(int(index));
+        // Setting the index runs the protocol's click even when the entry stays the same, and a protocol
+        // typed by hand gives way to the entry: every block kind brings back "HTTP" and port 80.
+        protocol->User_Choose(int(index));
     });
 }
 

@@ -12,16 +12,16 @@
 #include "ui/Forms.h"
 
 #include <QApplication>
+#include <QFrame>
 #include <QStyle>
 #include <QVBoxLayout>
+#include <algorithm>
+#include <climits>
 
 namespace hv {
 
 QString Main_User_Text() {
-    if (auto* main = dynamic_cast<frmMain*>(ui::Forms::Find(QStringLiteral("frmMain")));
-        main && main->cboUsers)
-        return main->cboUsers->Text();
-    return QString();
+    return Current_User_Text();
 }
 
 // ---- column allowance ----------------------------------------------------------------------------------
@@ -253,6 +253,8 @@ void RuleList::Import_File(int& handle) {
     handle = Db_Open(Get_Db_Path());
     Db_Exec(handle, Sql(kBeginTrans), result, rows);
     ListFieldReader reader(Read_List_File(dlg->FileName));
+    // Block lists run to hundreds of thousands of lines: the list makes room for them once.
+    lvw->Reserve(int(std::min<qsizetype>(lvw->Count() + reader.Field_Estimate(), INT_MAX / 2)));
     const Subject subject = Current_Subject();
     const QString column = QLatin1String(spec.column);
     const QString table = QLatin1String(spec.table);
@@ -368,43 +370,54 @@ ui::ListView* RuleListPage::Make_List(const QString& name, const RuleListSpec& s
 
 RuleListPage::Panel RuleListPage::Build_Panel(const PanelNames& n, const QString& frameCaption,
                                               const QString& labelCaption, const RuleListSpec& spec,
-                                              ui::ImageList* images, QWidget* parent) {
+                                              ui::ImageList* images, QWidget* parent,
+                                              const char* containerName) {
     Panel p;
     p.frame = new QGroupBox(frameCaption, parent);
     p.frame->setObjectName(QLatin1String(n.frame));
-    auto* column = new QVBoxLayout(p.frame);
-    p.label = new ui::Label(QLatin1String(n.label), labelCaption, p.frame);
+    QWidget* holder = p.frame;
+    if (containerName) {
+        auto* frameLayout = new QVBoxLayout(p.frame);
+        frameLayout->setContentsMargins(0, 0, 0, 0);
+        auto* container = new QFrame(p.frame);
+        container->setObjectName(QLatin1String(containerName));
+        container->setFrameShape(QFrame::NoFrame);
+        frameLayout->addWidget(container);
+        holder = container;
+    }
+    auto* column = new QVBoxLayout(holder);
+    p.label = new ui::Label(QLatin1String(n.label), labelCaption, holder);
     column->addWidget(p.label);
 
     auto* entry = new QHBoxLayout;
-    p.txt = new ui::TextBox(QLatin1String(n.text), p.frame);
+    p.txt = new ui::TextBox(QLatin1String(n.text), holder);
     p.txt->Set_Max_Length(spec.maxLength);
     entry->addWidget(p.txt, 1);
     p.extraButtons = new QHBoxLayout;
     entry->addLayout(p.extraButtons);
-    p.add = new ui::CommandButton(QLatin1String(n.add), QStringLiteral("Add"), p.frame);
+    p.add = new ui::CommandButton(QLatin1String(n.add), QStringLiteral("Add"), holder);
     entry->addWidget(p.add);
     column->addLayout(entry);
 
     auto* body = new QHBoxLayout;
-    p.lvw = Make_List(QLatin1String(n.list), spec, p.frame);
+    p.lvw = Make_List(QLatin1String(n.list), spec, holder);
     p.lvw->Set_Small_Icons(images);
     body->addWidget(p.lvw);
     auto* buttons = new QVBoxLayout;
-    p.edit = new ui::CommandButton(QLatin1String(n.edit), QStringLiteral("Edit"), p.frame);
-    p.remove = new ui::CommandButton(QLatin1String(n.remove), QStringLiteral("Remove"), p.frame);
+    p.edit = new ui::CommandButton(QLatin1String(n.edit), QStringLiteral("Edit"), holder);
+    p.remove = new ui::CommandButton(QLatin1String(n.remove), QStringLiteral("Remove"), holder);
     buttons->addWidget(p.edit);
     buttons->addWidget(p.remove);
     buttons->addStretch(1);
     if (n.importButton) {
-        p.importButton = new ui::CommandButton(QLatin1String(n.importButton), QString(), p.frame);
+        p.importButton = new ui::CommandButton(QLatin1String(n.importButton), QString(), holder);
         buttons->addWidget(p.importButton);
     }
     if (n.exportButton) {
-        p.exportButton = new ui::CommandButton(QLatin1String(n.exportButton), QString(), p.frame);
+        p.exportButton = new ui::CommandButton(QLatin1String(n.exportButton), QString(), holder);
         buttons->addWidget(p.exportButton);
     }
-    p.copySettings = new ui::CommandButton(QLatin1String(n.copySettings), QString(), p.frame);
+    p.copySettings = new ui::CommandButton(QLatin1String(n.copySettings), QString(), holder);
     buttons->addWidget(p.copySettings);
     body->addLayout(buttons);
     column->addLayout(body);

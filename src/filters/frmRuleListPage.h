@@ -133,8 +133,10 @@ protected:
     };
     // The pictures of a panel's Import, Export and Copy Settings buttons.
     static void Load_Panel_Pictures(const Panel& panel, ui::ImageList* images);
+    // With a container name, the frame's controls stand on a picture box of that name inside the frame.
     Panel Build_Panel(const PanelNames& names, const QString& frameCaption, const QString& labelCaption,
-                      const RuleListSpec& spec, ui::ImageList* images, QWidget* parent);
+                      const RuleListSpec& spec, ui::ImageList* images, QWidget* parent,
+                      const char* containerName = nullptr);
     // Wires a panel's controls: Enter in the text box adds, the buttons call their handlers. The list's
     // after-label-edit event goes to the page's handler named after the list.
     void Wire_Panel(const Panel& panel, std::function<void()> add, std::function<void()> edit,

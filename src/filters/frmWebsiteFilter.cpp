@@ -17,14 +17,14 @@ frmWebsiteFilter::frmWebsiteFilter()
     : RuleListPage(QStringLiteral("frmWebsiteFilter")),
       ilsWebSiteFilter(Make_Image_List(QStringLiteral("ilsWebSiteFilter"),
                                        {rulelists::Black().iconKey, rulelists::White().iconKey})),
-      m_blackPanel(Build_Panel({"fraBlackList", "lblBlackURL", "txtBlackUrl", "cmdBlackAdd", "cmdBlackEdit",
-                                "cmdBlackRemove", "cmdURLBLImport", "cmdURLBLExport", "cmdBLCopySettings",
-                                "lvwBlackList"},
-                               kBlackList, kEnterUrl, rulelists::Black(), ilsWebSiteFilter, this)),
-      m_whitePanel(Build_Panel({"fraWhiteList", "lblWhitelistUrl", "txtWhiteUrl", "cmdWhiteAdd",
-                                "cmdWhiteEdit", "cmdWhiteRemove", "cmdURLWLImport", "cmdURLWLExport",
-                                "cmdWLCopySettings", "lvwWhiteList"},
-                               kWhiteList, kEnterUrl, rulelists::White(), ilsWebSiteFilter, this)),
+      m_blackPanel(Build_Panel(
+          {"fraBlackList", "lblBlackURL", "txtBlackUrl", "cmdBlackAdd", "cmdBlackEdit", "cmdBlackRemove",
+           "cmdURLBLImport", "cmdURLBLExport", "cmdBLCopySettings", "lvwBlackList"},
+          kBlackList, kEnterUrl, rulelists::Black(), ilsWebSiteFilter, this, "picBlacklistContainer")),
+      m_whitePanel(Build_Panel(
+          {"fraWhiteList", "lblWhitelistUrl", "txtWhiteUrl", "cmdWhiteAdd", "cmdWhiteEdit", "cmdWhiteRemove",
+           "cmdURLWLImport", "cmdURLWLExport", "cmdWLCopySettings", "lvwWhiteList"},
+          kWhiteList, kEnterUrl, rulelists::White(), ilsWebSiteFilter, this, "picWhitelistContainer")),
       m_black(rulelists::Black(), m_blackPanel.txt, m_blackPanel.lvw, &cmnBLDilog),
       m_white(rulelists::White(), m_whitePanel.txt, m_whitePanel.lvw, &cmnWLDilog) {
     fraBlackList = m_blackPanel.frame;

@@ -97,11 +97,19 @@ ComboBox::ComboBox(const QString& name, Style style, QWidget* parent) : QComboBo
         connect(this, &QComboBox::editTextChanged, this, [this](const QString&) { Q_EMIT Change(); });
 }
 
+int ComboBox::ListIndex() const {
+    // Typing in an editable combo leaves the list without a selected entry, as on the desktop.
+    if (isEditable() && currentIndex() >= 0 && currentText() != itemText(currentIndex()))
+        return -1;
+    return currentIndex();
+}
+
 void ComboBox::Set_ListIndex(int i) {
     if (i < -1 || i >= count())
         Err().Raise(errnum::InvalidPropertyValue);
-    if (i == currentIndex())
+    if (i == ListIndex())
         return;
+    // Also where the entry was selected under a typed text: the entry's text comes back.
     setCurrentIndex(i);
     Q_EMIT Click();
 }

@@ -76,7 +76,7 @@ class ComboBox final : public QComboBox {
 public:
     enum Style { DropDownCombo = 0, DropDownList = 2 };
     ComboBox(const QString& name, Style style, QWidget* parent);
-    int ListIndex() const { return currentIndex(); }
+    int ListIndex() const;     // -1 also while an editable combo shows a typed text that is not its entry
     void Set_ListIndex(int i); // -1 clears; out of range raises 380; Click when it changes
     void Add_Item(const QString& text, int index = -1);
     void Remove_Item(int index);

@@ -7,6 +7,7 @@
 
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QStringEncoder>
 #include <sqlite3.h>
 
 #include <cmath>
@@ -119,9 +120,19 @@ public:
         return m_statements.emplace(text, StmtPtr(raw)).first->second.get();
     }
 
+    // Room for the bound texts of one statement; valid until the next call.
+    char* Text_Buffer(qsizetype size) {
+        if (m_texts.size() < size_t(size) + 1)
+            m_texts.resize(size_t(size) + 1);
+        return m_texts.data();
+    }
+    QStringEncoder& Encoder() { return m_encoder; }
+
 private:
     static constexpr size_t kCacheLimit = 64;
     sqlite3* m_db;
+    std::vector<char> m_texts;
+    QStringEncoder m_encoder{QStringEncoder::Utf8, QStringConverter::Flag::Stateless};
     std::unordered_map<QString, StmtPtr> m_statements;
 };
 
@@ -239,16 +250,24 @@ bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
         return true;
     }
 
-    // The values stay in the statement object until the step is done, so SQLite need not copy them.
+    // The texts are written as UTF-8, the store's encoding, into the connection's buffer, which outlives the
+    // step: SQLite neither copies nor converts them, and a batch of thousands of rows allocates nothing.
+    qsizetype room = 0;
+    for (const Sql::Piece& p : sql.Pieces())
+        room += p.kind == Sql::Piece::Text ? p.text.size() * 3 : 0;
+    char* out = conn->Text_Buffer(room);
     int index = 0;
     for (const Sql::Piece& p : sql.Pieces()) {
         if (p.kind == Sql::Piece::Literal)
             continue;
         ++index;
-        if (p.kind == Sql::Piece::Text)
-            rc = sqlite3_bind_text16(stmt, index, p.text.utf16(), int(p.text.size() * 2), SQLITE_STATIC);
-        else
+        if (p.kind == Sql::Piece::Text) {
+            char* const start = out;
+            out = conn->Encoder().appendToBuffer(out, p.text);
+            rc = sqlite3_bind_text(stmt, index, start, int(out - start), SQLITE_STATIC);
+        } else {
             rc = sqlite3_bind_int64(stmt, index, p.number);
+        }
         if (rc != SQLITE_OK)
             return Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
     }

@@ -22,7 +22,9 @@ constexpr int kRows = 100000;
 // round writes a new user's rows, so both files grow alike.
 constexpr int kRounds = 3;
 
-QStringList Make_Values() { return hv::bench::Numbered_Texts(kRows, QStringLiteral("site%1.example")); }
+QStringList Make_Values() {
+    return hv::bench::Numbered_Texts(kRows, QStringLiteral("site%1.example"));
+}
 
 double Ours(const QStringList& values, long user) {
     using namespace hv;

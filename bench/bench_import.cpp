@@ -6,9 +6,9 @@
 // The machine is shared, so both sides run several rounds, alternating, each round on a new store, and
 // each side's best round counts. Time is taken as processor time of the thread (what the work costs,
 // without the waits for a processor that other programs cause) and shown as wall time as well.
+#include "BenchCommon.h"
 #include "console/frmMain.h"
 #include "filters/frmWebsiteFilter.h"
-#include "BenchCommon.h"
 #include "platform/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "store/modDB.h"
@@ -52,7 +52,9 @@ private:
     QElapsedTimer m_wall;
 };
 
-QStringList Make_Values() { return hv::bench::Numbered_Texts(kRows, QStringLiteral("ads%1.blocklist.example")); }
+QStringList Make_Values() {
+    return hv::bench::Numbered_Texts(kRows, QStringLiteral("ads%1.blocklist.example"));
+}
 
 bool Write_File(const QString& path, const QStringList& values) {
     QFile f(path);
@@ -126,7 +128,9 @@ hv::frmWebsiteFilter& Open_Page(Timing* took = nullptr) {
     return failed == 0 ? took : Timing{};
 }
 
-Timing Best(const Timing& a, const Timing& b) { return {std::min(a.cpu, b.cpu), std::min(a.wall, b.wall)}; }
+Timing Best(const Timing& a, const Timing& b) {
+    return {std::min(a.cpu, b.cpu), std::min(a.wall, b.wall)};
+}
 
 } // namespace
 
@@ -160,8 +164,8 @@ int main(int argc, char** argv) {
                          platform.m_boxes.empty() ? "" : qPrintable(platform.m_boxes.front().text));
             return 1;
         }
-        std::printf("round %d: reference %.3f s (wall %.3f s), page %.3f s (wall %.3f s)\n", round, r.cpu, r.wall,
-                    o.cpu, o.wall);
+        std::printf("round %d: reference %.3f s (wall %.3f s), page %.3f s (wall %.3f s)\n", round, r.cpu,
+                    r.wall, o.cpu, o.wall);
         ref = round == 1 ? r : Best(ref, r);
         ours = round == 1 ? o : Best(ours, o);
     }
@@ -171,10 +175,10 @@ int main(int argc, char** argv) {
     Drop_Page();
 
     std::printf("best of %d rounds of %d rows, processor time (wall time)\n", rounds, kRows);
-    std::printf("reference (prepared once, bound per row): %6.3f s (%6.3f s) %9.0f rows/s\n", ref.cpu, ref.wall,
-                kRows / ref.cpu);
-    std::printf("website page import, black list:          %6.3f s (%6.3f s) %9.0f rows/s\n", ours.cpu, ours.wall,
-                kRows / ours.cpu);
+    std::printf("reference (prepared once, bound per row): %6.3f s (%6.3f s) %9.0f rows/s\n", ref.cpu,
+                ref.wall, kRows / ref.cpu);
+    std::printf("website page import, black list:          %6.3f s (%6.3f s) %9.0f rows/s\n", ours.cpu,
+                ours.wall, kRows / ours.cpu);
     std::printf("page opened on %d rows in %.3f s (%.3f s)\n", loaded, open.cpu, open.wall);
     const bool met = ours.cpu <= 2 * ref.cpu && loaded == kRows;
     std::printf("import/reference %.2f (wall %.2f), target at most 2.00: %s\n", ours.cpu / ref.cpu,

@@ -27,7 +27,9 @@ constexpr int kRounds = 3;
 class BareModel final : public QAbstractTableModel {
 public:
     explicit BareModel(QStringList texts) : m_texts(std::move(texts)) {}
-    int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : int(m_texts.size()); }
+    int rowCount(const QModelIndex& parent) const override {
+        return parent.isValid() ? 0 : int(m_texts.size());
+    }
     int columnCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : 1; }
     QVariant data(const QModelIndex& index, int role) const override {
         return role == Qt::DisplayRole ? QVariant(m_texts.at(index.row())) : QVariant();
@@ -37,7 +39,9 @@ private:
     QStringList m_texts;
 };
 
-QStringList Make_Texts() { return hv::bench::Numbered_Texts(kRows, QStringLiteral("www.example-site-%1.com")); }
+QStringList Make_Texts() {
+    return hv::bench::Numbered_Texts(kRows, QStringLiteral("www.example-site-%1.com"));
+}
 
 long Peak_Kb() {
     QFile f(QStringLiteral("/proc/self/status"));
@@ -91,7 +95,8 @@ double Run(Variant variant) {
     source = QStringList();
     Settle(list, *list.View_Widget());
     const double ms = double(clock.nsecsElapsed()) / 1e6;
-    if (list.Count() != kRows || list.Text(kRows) != QStringLiteral("www.example-site-%1.com").arg(kRows - 1)) {
+    if (list.Count() != kRows ||
+        list.Text(kRows) != QStringLiteral("www.example-site-%1.com").arg(kRows - 1)) {
         std::fprintf(stderr, "the list does not hold the rows\n");
         std::exit(3);
     }

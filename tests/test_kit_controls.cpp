@@ -188,7 +188,8 @@ TEST_F(KitControls, TreeNodesByKey) {
     tvw.Add_Node(QString(), QStringLiteral("root"), QStringLiteral("Reports"));
     tvw.Add_Node(QStringLiteral("root"), QStringLiteral("url"), QStringLiteral("URL"));
     EXPECT_NE(Raised([&] { tvw.Add_Node(QString(), QStringLiteral("url"), QStringLiteral("again")); }), 0);
-    EXPECT_NE(Raised([&] { tvw.Add_Node(QStringLiteral("none"), QStringLiteral("x"), QStringLiteral("x")); }), 0);
+    EXPECT_NE(Raised([&] { tvw.Add_Node(QStringLiteral("none"), QStringLiteral("x"), QStringLiteral("x")); }),
+              0);
     QStringList clicked;
     QObject::connect(&tvw, &TreeView::NodeClick, [&](const QString& key) { clicked << key; });
     tvw.Click_Node(QStringLiteral("url"));

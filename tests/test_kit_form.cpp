@@ -164,10 +164,10 @@ TEST_F(KitForm, KeysAreSwallowedOrChangedByTheFormAndThenByTheControl) {
     Press(form->txtRule, Qt::Key_Escape, QStringLiteral("\x1b"));
     Press(form->txtRule, Qt::Key_Return, QStringLiteral("\r"));
     EXPECT_EQ(form->txtRule->Text(), QStringLiteral("B?"));
-    EXPECT_EQ(form->log, (QStringList{QStringLiteral("form:98"), QStringLiteral("txtRule:98"),
-                                      QStringLiteral("form:33"), QStringLiteral("txtRule:63"),
-                                      QStringLiteral("form:27"), QStringLiteral("form:13"),
-                                      QStringLiteral("txtRule:13")}));
+    EXPECT_EQ(form->log,
+              (QStringList{QStringLiteral("form:98"), QStringLiteral("txtRule:98"), QStringLiteral("form:33"),
+                           QStringLiteral("txtRule:63"), QStringLiteral("form:27"), QStringLiteral("form:13"),
+                           QStringLiteral("txtRule:13")}));
 }
 
 TEST_F(KitForm, AListViewsInnerViewRoutesKeysToTheListView) {
@@ -258,7 +258,8 @@ TEST(KitTag, DontSaveToDbProtocolLetsTheHandlerSeeTheMark) {
     Set_Tag(&chk, QString());
     chk.click();
     chk.click();
-    EXPECT_EQ(seen, (QStringList{QStringLiteral("silent 1"), QStringLiteral("save 0"), QStringLiteral("save 1")}));
+    EXPECT_EQ(seen,
+              (QStringList{QStringLiteral("silent 1"), QStringLiteral("save 0"), QStringLiteral("save 1")}));
     EXPECT_EQ(Tag(nullptr), QString());
 }
 

@@ -222,8 +222,9 @@ TEST_F(KitListView, UserClicksAndTicksRaiseTheirEvents) {
     lvw.User_Check(1, true);
     lvw.User_Check(1, true); // already ticked: nothing
     lvw.User_Check(2, false);
-    EXPECT_EQ(events, (QStringList{QStringLiteral("click 2"), QStringLiteral("click 1"), QStringLiteral("dbl"),
-                                   QStringLiteral("check 1"), QStringLiteral("check 2")}));
+    EXPECT_EQ(events,
+              (QStringList{QStringLiteral("click 2"), QStringLiteral("click 1"), QStringLiteral("dbl"),
+                           QStringLiteral("check 1"), QStringLiteral("check 2")}));
     EXPECT_TRUE(lvw.Checked(1));
     EXPECT_FALSE(lvw.Checked(2));
     // A tick in the view itself comes the same way.

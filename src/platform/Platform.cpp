@@ -16,7 +16,9 @@ Platform& platform() {
     return *g_platform;
 }
 
-void Set_Platform(Platform* p) { g_platform = p; }
+void Set_Platform(Platform* p) {
+    g_platform = p;
+}
 
 MsgAnswer MsgBox(const QString& text, MsgStyle style, MsgButtons buttons, const QString& title) {
     return platform().MsgBox(text, style, buttons, title.isNull() ? kAppTitle : title);

@@ -26,8 +26,8 @@ struct FileDialogRequest {
 
 struct FileDialogAnswer {
     bool cancelled = true;
-    QString directory;  // with several files: their folder
-    QStringList files;  // one full path, or several bare names in `directory`
+    QString directory; // with several files: their folder
+    QStringList files; // one full path, or several bare names in `directory`
 };
 
 struct HttpAnswer {
@@ -41,7 +41,8 @@ public:
     virtual ~Platform() = default;
 
     // Message boxes. The title is "HalvenorTS" unless a caller says otherwise.
-    virtual MsgAnswer MsgBox(const QString& text, MsgStyle style, MsgButtons buttons, const QString& title) = 0;
+    virtual MsgAnswer MsgBox(const QString& text, MsgStyle style, MsgButtons buttons,
+                             const QString& title) = 0;
 
     // Open and save dialogs.
     virtual FileDialogAnswer FileDialog(const FileDialogRequest& request) = 0;

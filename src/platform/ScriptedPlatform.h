@@ -51,7 +51,7 @@ public:
 
     // The world.
     QString m_userName = QStringLiteral("Administrator");
-    QDateTime m_now;             // default 2026-01-15 10:00:00
+    QDateTime m_now; // default 2026-01-15 10:00:00
     bool m_wow64 = false;
     bool m_instanceRunning = false;
     bool m_providerMissing = false;
@@ -62,7 +62,7 @@ public:
     // What happened.
     std::vector<RecordedBox> m_boxes;
     std::vector<FileDialogRequest> m_dialogs;
-    QStringList m_launched;      // documents, URLs, mail addresses and command lines
+    QStringList m_launched; // documents, URLs, mail addresses and command lines
     QStringList m_httpRequests;
     int m_doEvents = 0;
     // Set when a question or file dialog found no queued answer (the box is recorded, No/Cancel given).

@@ -24,9 +24,15 @@ struct SqlIdent {
     QString name;
 };
 
-inline SqlText txt(const QString& v) { return SqlText{v}; }
-inline SqlNumber num(qint64 v) { return SqlNumber{v}; }
-inline SqlIdent ident(const QString& name) { return SqlIdent{name}; }
+inline SqlText txt(const QString& v) {
+    return SqlText{v};
+}
+inline SqlNumber num(qint64 v) {
+    return SqlNumber{v};
+}
+inline SqlIdent ident(const QString& name) {
+    return SqlIdent{name};
+}
 
 class Sql final {
 public:

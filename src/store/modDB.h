@@ -21,7 +21,10 @@ public:
     QString Text(int row, int col) const;
     qint64 Long(int row, int col) const;
     bool Is_Null(int row, int col) const;
-    void Clear() { m_rows.clear(); m_columns = 0; }
+    void Clear() {
+        m_rows.clear();
+        m_columns = 0;
+    }
 
     // Filled by Db_Exec.
     void Set_Columns(const std::vector<QString>& names);

@@ -9,15 +9,23 @@
 
 namespace hv::ui {
 
-QString Array_Name(const QString& name, int index) { return name + QLatin1Char('(') + QString::number(index) + QLatin1Char(')'); }
+QString Array_Name(const QString& name, int index) {
+    return name + QLatin1Char('(') + QString::number(index) + QLatin1Char(')');
+}
 
 // ---- ImageList
 
-ImageList::ImageList(const QString& name, QObject* parent) : QObject(parent) { setObjectName(name); }
+ImageList::ImageList(const QString& name, QObject* parent) : QObject(parent) {
+    setObjectName(name);
+}
 
-void ImageList::Add(const QString& key, const QIcon& icon) { m_icons.insert(key, icon); }
+void ImageList::Add(const QString& key, const QIcon& icon) {
+    m_icons.insert(key, icon);
+}
 
-QIcon ImageList::Icon(const QString& key) const { return m_icons.value(key); }
+QIcon ImageList::Icon(const QString& key) const {
+    return m_icons.value(key);
+}
 
 // ---- CommandButton
 
@@ -30,11 +38,14 @@ CommandButton::CommandButton(const QString& name, const QString& caption, QWidge
     connect(this, &QPushButton::clicked, this, [this] { Q_EMIT Click(); });
 }
 
-void CommandButton::Set_Picture(const QIcon& icon) { setIcon(icon); }
+void CommandButton::Set_Picture(const QIcon& icon) {
+    setIcon(icon);
+}
 
 // ---- CheckBox
 
-CheckBox::CheckBox(const QString& name, const QString& caption, QWidget* parent) : QCheckBox(caption, parent) {
+CheckBox::CheckBox(const QString& name, const QString& caption, QWidget* parent)
+    : QCheckBox(caption, parent) {
     setObjectName(name);
     // One source of Click for the user's clicks and for code alike: the change of the state.
     connect(this, &QCheckBox::stateChanged, this, [this](int) { Q_EMIT Click(); });
@@ -42,9 +53,12 @@ CheckBox::CheckBox(const QString& name, const QString& caption, QWidget* parent)
 
 int CheckBox::Value() const {
     switch (checkState()) {
-    case Qt::Checked: return 1;
-    case Qt::PartiallyChecked: return 2;
-    default: return 0;
+    case Qt::Checked:
+        return 1;
+    case Qt::PartiallyChecked:
+        return 2;
+    default:
+        return 0;
     }
 }
 
@@ -182,7 +196,9 @@ TextBox::TextBox(const QString& name, QWidget* parent) : QLineEdit(parent) {
     connect(this, &QLineEdit::textChanged, this, [this](const QString&) { Q_EMIT Change(); });
 }
 
-void TextBox::Set_Text(const QString& t) { setText(t); }
+void TextBox::Set_Text(const QString& t) {
+    setText(t);
+}
 
 void TextBox::Set_Max_Length(int n) {
     if (n < 0)
@@ -210,9 +226,13 @@ Label::Label(const QString& name, const QString& caption, QWidget* parent) : QLa
     setObjectName(name);
 }
 
-void Label::Set_Picture(const QIcon& icon, int sizePx) { setPixmap(icon.pixmap(sizePx, sizePx)); }
+void Label::Set_Picture(const QIcon& icon, int sizePx) {
+    setPixmap(icon.pixmap(sizePx, sizePx));
+}
 
-void Label::Click_As_User() { Q_EMIT Click(); }
+void Label::Click_As_User() {
+    Q_EMIT Click();
+}
 
 void Label::mouseReleaseEvent(QMouseEvent* e) {
     QLabel::mouseReleaseEvent(e);
@@ -285,7 +305,9 @@ void Timer::Set_Interval(int ms) {
     Set_Enabled(m_enabled);
 }
 
-void Timer::Fire() { Q_EMIT Timer_Event(); }
+void Timer::Fire() {
+    Q_EMIT Timer_Event();
+}
 
 // ---- TreeView
 
@@ -293,9 +315,8 @@ TreeView::TreeView(const QString& name, QWidget* parent) : QTreeWidget(parent) {
     setObjectName(name);
     setHeaderHidden(true);
     setColumnCount(1);
-    connect(this, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item, int) {
-        Q_EMIT NodeClick(item->data(0, Qt::UserRole).toString());
-    });
+    connect(this, &QTreeWidget::itemClicked, this,
+            [this](QTreeWidgetItem* item, int) { Q_EMIT NodeClick(item->data(0, Qt::UserRole).toString()); });
 }
 
 QTreeWidgetItem* TreeView::Add_Node(const QString& parentKey, const QString& key, const QString& text) {
@@ -317,7 +338,9 @@ QTreeWidgetItem* TreeView::Add_Node(const QString& parentKey, const QString& key
     return item;
 }
 
-QTreeWidgetItem* TreeView::Node(const QString& key) const { return m_nodes.value(key); }
+QTreeWidgetItem* TreeView::Node(const QString& key) const {
+    return m_nodes.value(key);
+}
 
 void TreeView::Clear_Nodes() {
     m_nodes.clear();
@@ -334,7 +357,8 @@ void TreeView::Click_Node(const QString& key) {
 
 // ---- DatePicker
 
-DatePicker::DatePicker(const QString& name, Kind kind, QWidget* parent) : QDateTimeEdit(parent), m_kind(kind) {
+DatePicker::DatePicker(const QString& name, Kind kind, QWidget* parent)
+    : QDateTimeEdit(parent), m_kind(kind) {
     setObjectName(name);
     if (kind == Date) {
         setDisplayFormat(QStringLiteral("dd/MM/yyyy"));

@@ -21,7 +21,9 @@
 namespace hv::ui {
 
 inline constexpr int kTwipsPerPixel = 15;
-inline int Twips_To_Pixels(int twips) { return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel; }
+inline int Twips_To_Pixels(int twips) {
+    return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel;
+}
 
 // Names a control: objectName, and for array members "name(i)".
 QString Array_Name(const QString& name, int index);
@@ -51,7 +53,7 @@ class CheckBox final : public QCheckBox {
     Q_OBJECT
 public:
     CheckBox(const QString& name, const QString& caption, QWidget* parent);
-    int Value() const; // 0 unchecked, 1 checked, 2 grayed
+    int Value() const;     // 0 unchecked, 1 checked, 2 grayed
     void Set_Value(int v); // runs Click when the value changes
 Q_SIGNALS:
     void Click();

@@ -66,12 +66,18 @@ ControlHooks* Key_Hooks(QWidget* w, const Form* form) {
 int Key_Ascii(const QKeyEvent* e) {
     switch (e->key()) {
     case Qt::Key_Return:
-    case Qt::Key_Enter: return 13;
-    case Qt::Key_Escape: return 27;
-    case Qt::Key_Backspace: return 8;
-    case Qt::Key_Tab: return 9;
-    case Qt::Key_Backtab: return -1;
-    default: break;
+    case Qt::Key_Enter:
+        return 13;
+    case Qt::Key_Escape:
+        return 27;
+    case Qt::Key_Backspace:
+        return 8;
+    case Qt::Key_Tab:
+        return 9;
+    case Qt::Key_Backtab:
+        return -1;
+    default:
+        break;
     }
     const QString t = e->text();
     return t.isEmpty() ? -1 : int(t.at(0).unicode());
@@ -79,11 +85,16 @@ int Key_Ascii(const QKeyEvent* e) {
 
 int Qt_Key_For(int keyAscii) {
     switch (keyAscii) {
-    case 13: return Qt::Key_Return;
-    case 27: return Qt::Key_Escape;
-    case 8: return Qt::Key_Backspace;
-    case 9: return Qt::Key_Tab;
-    default: return int(QChar(char16_t(keyAscii)).toUpper().unicode());
+    case 13:
+        return Qt::Key_Return;
+    case 27:
+        return Qt::Key_Escape;
+    case 8:
+        return Qt::Key_Backspace;
+    case 9:
+        return Qt::Key_Tab;
+    default:
+        return int(QChar(char16_t(keyAscii)).toUpper().unicode());
     }
 }
 
@@ -115,7 +126,9 @@ Form::Form(const QString& formName, QWidget* parent) : QDialog(parent) {
     installEventFilter(this);
 }
 
-Form::~Form() { Forms::Forget(this); }
+Form::~Form() {
+    Forms::Forget(this);
+}
 
 void Form::Watch_Tree(QWidget* w) {
     if (w != this)
@@ -223,7 +236,8 @@ bool Form::eventFilter(QObject* watched, QEvent* event) {
         if (w != this && Form_Of(w) == this)
             Focus_Moved(Control_Of(w, this));
         break;
-    default: break;
+    default:
+        break;
     }
     return QDialog::eventFilter(watched, event);
 }
@@ -322,7 +336,9 @@ void Set_Focus(QWidget* control) {
     control->setFocus(Qt::OtherFocusReason);
 }
 
-QString Tag(const QObject* o) { return o ? o->property("hvTag").toString() : QString(); }
+QString Tag(const QObject* o) {
+    return o ? o->property("hvTag").toString() : QString();
+}
 
 void Set_Tag(QObject* o, const QString& tag) {
     if (o)

@@ -29,7 +29,7 @@ public:
     explicit Form(const QString& formName, QWidget* parent = nullptr);
     ~Form() override;
 
-    void Load();                          // runs Form_Load once
+    void Load(); // runs Form_Load once
     bool Loaded() const { return m_loaded; }
     void Show_Modal(QWidget* owner = nullptr);
     void Show_Modeless();
@@ -44,7 +44,10 @@ public:
 protected:
     virtual void Form_Load() {}
     virtual void Form_KeyPress(int& KeyAscii) { (void)KeyAscii; }
-    virtual void Form_QueryUnload(int& Cancel, int UnloadMode) { (void)Cancel; (void)UnloadMode; }
+    virtual void Form_QueryUnload(int& Cancel, int UnloadMode) {
+        (void)Cancel;
+        (void)UnloadMode;
+    }
     virtual void Form_Unload(int& Cancel) { (void)Cancel; }
 
     void closeEvent(QCloseEvent* e) override;

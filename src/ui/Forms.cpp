@@ -39,13 +39,21 @@ Form* Forms::Create(const QString& name) {
     return f;
 }
 
-void Forms::Register(const QString& name, Factory factory) { Catalogue().insert(name, std::move(factory)); }
+void Forms::Register(const QString& name, Factory factory) {
+    Catalogue().insert(name, std::move(factory));
+}
 
-bool Forms::Known(const QString& name) { return Catalogue().contains(name); }
+bool Forms::Known(const QString& name) {
+    return Catalogue().contains(name);
+}
 
-std::vector<Form*> Forms::All() { return Live(); }
+std::vector<Form*> Forms::All() {
+    return Live();
+}
 
-int Forms::Count() { return int(Live().size()); }
+int Forms::Count() {
+    return int(Live().size());
+}
 
 void Forms::Adopt(Form* f) {
     auto& live = Live();

@@ -97,7 +97,8 @@ ListView::ListView(const QString& name, View view, QWidget* parent)
         connect(tree->header(), &QHeaderView::sectionResized, this, [this](int section, int, int px) {
             // A user's drag of a column border; the width then is what the screen shows.
             auto& cols = m_model->Columns();
-            if (!m_settingWidth && section < int(cols.size()) && Twips_To_Pixels(cols[size_t(section)].twips) != px)
+            if (!m_settingWidth && section < int(cols.size()) &&
+                Twips_To_Pixels(cols[size_t(section)].twips) != px)
                 cols[size_t(section)].twips = px * kTwipsPerPixel;
         });
     }
@@ -135,7 +136,9 @@ int ListView::Add_Column(const QString& caption, int widthTwips) {
     return col;
 }
 
-int ListView::Column_Count() const { return int(m_model->Columns().size()); }
+int ListView::Column_Count() const {
+    return int(m_model->Columns().size());
+}
 
 QString ListView::Column_Caption(int col) const {
     if (col < 1 || col > Column_Count())
@@ -182,15 +185,21 @@ void ListView::Set_Checkboxes(bool on) {
     m_model->All_Changed();
 }
 
-bool ListView::Checkboxes() const { return m_model->checkboxes; }
+bool ListView::Checkboxes() const {
+    return m_model->checkboxes;
+}
 
 void ListView::Set_Multi_Select(bool on) {
     m_view->setSelectionMode(on ? QAbstractItemView::ExtendedSelection : QAbstractItemView::SingleSelection);
 }
 
-void ListView::Set_Hide_Selection(bool on) { setProperty("hvHideSelection", on); }
+void ListView::Set_Hide_Selection(bool on) {
+    setProperty("hvHideSelection", on);
+}
 
-int ListView::Count() const { return m_model->Size(); }
+int ListView::Count() const {
+    return m_model->Size();
+}
 
 void ListView::Check_Index(int index) const {
     if (index < 1 || index > Count())
@@ -380,8 +389,8 @@ void ListView::Set_Selected_Item(int index) {
         return;
     }
     Check_Index(index);
-    m_view->selectionModel()->setCurrentIndex(m_model->index(index - 1, 0),
-                                              QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    m_view->selectionModel()->setCurrentIndex(
+        m_model->index(index - 1, 0), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
 }
 
 QString ListView::Row_Text(int index) const {
@@ -506,7 +515,8 @@ bool ListView::eventFilter(QObject* watched, QEvent* event) {
         } else if (event->type() == QEvent::MouseButtonDblClick) {
             // Raised after the view has taken the click, so that a handler that opens a page finds the
             // selection made and does not run inside the view's own mouse handling.
-            QMetaObject::invokeMethod(this, [this] { Q_EMIT DblClick(); }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                this, [this] { Q_EMIT DblClick(); }, Qt::QueuedConnection);
         }
     }
     return QWidget::eventFilter(watched, event);

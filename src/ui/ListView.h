@@ -111,7 +111,7 @@ private:
     friend class ListViewModel;
     void Check_Index(int index) const; // raises 35600 unless 1..Count
     void Apply_Column_Width(int col);
-    void Close_Editor();               // closes the desktop's editor, if one is open, without an event
+    void Close_Editor(); // closes the desktop's editor, if one is open, without an event
     void On_Selection_Changed(const QItemSelection& selected, const QItemSelection& deselected);
 
     std::unique_ptr<ListViewModel> m_model;

@@ -35,7 +35,8 @@ void ListViewModel::Post_Flush() {
     if (m_flushPosted)
         return;
     m_flushPosted = true;
-    QMetaObject::invokeMethod(this, [this] { Flush(); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [this] { Flush(); }, Qt::QueuedConnection);
 }
 
 void ListViewModel::Append(const QString& text, quint32 iconNumber) {
@@ -147,7 +148,9 @@ void ListViewModel::All_Changed() {
         Q_EMIT dataChanged(index(0, 0), index(m_shown - 1, columnCount() - 1));
 }
 
-int ListViewModel::rowCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : m_shown; }
+int ListViewModel::rowCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : m_shown;
+}
 
 int ListViewModel::columnCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : std::max(1, int(m_columns.size()));
@@ -185,7 +188,8 @@ QVariant ListViewModel::data(const QModelIndex& index, int role) const {
         if (col == 0 && checkboxes)
             return (m_bits[size_t(r)] & ListRow::kChecked) ? Qt::Checked : Qt::Unchecked;
         return {};
-    default: return {};
+    default:
+        return {};
     }
 }
 

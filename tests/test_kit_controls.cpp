@@ -1,6 +1,7 @@
 // The controls' behaviour that the pages rely on: Click on a change made by code (and only on a real
 // change), refused values raising 380, combo boxes that keep no selection until one is made, ItemData,
 // the status bar's panels, timers that wait for the driver, and the tree's keys.
+#include "TestSupport.h"
 #include "platform/Err.h"
 #include "platform/ScriptedPlatform.h"
 #include "ui/Controls.h"
@@ -20,15 +21,7 @@ protected:
     hv::PlatformScope scope{world};
 };
 
-long Raised(const std::function<void()>& f) {
-    hv::Err().Clear();
-    try {
-        f();
-    } catch (const hv::RunTimeFailure&) {
-        return hv::Err().Number;
-    }
-    return 0;
-}
+using hv::testing::Raised;
 
 TEST_F(KitControls, CheckBoxClickRunsOnEveryRealChangeOfValueOnly) {
     CheckBox chk(QStringLiteral("chkEnable"), QStringLiteral("Enable"), nullptr);

@@ -1,5 +1,6 @@
 // The list view: widths kept in twips, rows and their parts, selection as the pages walk it, check
 // boxes, the in-place label edit with its two events, and what the views are told.
+#include "TestSupport.h"
 #include "platform/Err.h"
 #include "platform/ScriptedPlatform.h"
 #include "ui/Controls.h"
@@ -15,15 +16,7 @@ namespace {
 
 using namespace hv::ui;
 
-long Raised(const std::function<void()>& f) {
-    hv::Err().Clear();
-    try {
-        f();
-    } catch (const hv::RunTimeFailure&) {
-        return hv::Err().Number;
-    }
-    return 0;
-}
+using hv::testing::Raised;
 
 class KitListView : public ::testing::Test {
 protected:

@@ -40,8 +40,7 @@ struct Feature {
 const Feature kFeatures[] = {
     {0, 1, "WebsiteFilter", "WebSite Filter", &frmMain::mnuWebsiteFilter_Click,
      "Let's you add whitelist entries when the internet is turned off. Similarly, when the internet is "
-     "turned "
-     "on, the blacklist entries will work."},
+     "turned on, the blacklist entries will work."},
     {0, 2, "FileFilter", "File Filter", &frmMain::mnuFileFilter_Click,
      "Enables blocking of any file extenstions. For example to block dowloading of movies, images, programs, "
      "archives, provide their file extensions like .avi, .mpg, .jpg, .bmp, .gif, .png, .exe, .zip, .tar etc "
@@ -54,18 +53,15 @@ const Feature kFeatures[] = {
      "POP3 blocks incoming emails."},
     {0, 5, "InternetScheduler", "Internet Scheduler", &frmMain::mnuInternetScheduler_Click,
      "Use Internet Scheduler to give permission to a user to access internet for certain time period of a "
-     "day "
-     "or a month or for every day. Internet will be permitted during the specified period. Blacklist "
-     "policies "
-     "will be enforced at the same time."},
+     "day or a month or for every day. Internet will be permitted during the specified period. Blacklist "
+     "policies will be enforced at the same time."},
     {0, 6, "InternetSettings", "Internet Settings", &frmMain::mnuInternetSettings_Click,
      "Use Internet Settings to show customized warning messages when User(s) attempts to open blocked URLs. "
      "You can redirect the URL to other sites that you want to display when User(s) attempts to open Blocked "
      "URLs."},
     {1, 1, "AppBlocker", "Application Blocker", &frmMain::mnuEXEBlocker_Click,
      "Use EXE Blocker to restrict the User(s) from opening any particular programs /applications specified "
-     "in "
-     "the Blocked EXE Names List."},
+     "in the Blocked EXE Names List."},
     {1, 2, "WindowBlocker", "Window Blocker", &frmMain::mnuWindowBlocker_Click,
      "Use Window Blocker to restrict the User(s) from accessing any particular window based on the title of "
      "the window."},
@@ -208,10 +204,9 @@ void frmMain::mnuRegisterFilters_Click() {
 }
 
 void frmMain::mnuUnRegisterFilters_Click() {
-    if (MsgBox(
-            QStringLiteral("This will un-register the internet filter. Your filtering will not work properly "
-                           "after this!\r\n\r\nAre you sure you want to continue?"),
-            MsgStyle::Critical, MsgButtons::YesNo) == MsgAnswer::Yes)
+    if (MsgBox(QStringLiteral("This will un-register the internet filter. Your filtering will not work "
+                              "properly after this!\r\n\r\nAre you sure you want to continue?"),
+               MsgStyle::Critical, MsgButtons::YesNo) == MsgAnswer::Yes)
         Uninstall_Providers();
 }
 

@@ -7,10 +7,13 @@ namespace hv {
 
 namespace rulelists {
 
-const RuleListSpec& Black() {
-    static const RuleListSpec s{
-        "BL_TBL",
-        "BL_URL",
+namespace {
+
+// The website page's two lists differ only in their table and in the list's name in their words.
+RuleListSpec Url_List(const char* table, const char* column, const QString& list) {
+    return RuleListSpec{
+        table,
+        column,
         FEATURE_URL_FILTER,
         AddText::TrimLower,
         Is_Valid_Url,
@@ -20,42 +23,28 @@ const RuleListSpec& Black() {
         50,
         true,
         Is_Valid_Url,
-        QStringLiteral("Black List URL"),
-        QStringLiteral("Black List"),
+        list + QStringLiteral(" URL"),
+        list,
         5100,
         4815,
         RuleListWords{
             QStringLiteral("Please enter a valid URL!."), QStringLiteral("Please enter a valid URL!."),
             QStringLiteral("URL already exist!."), QStringLiteral("URL already exist!."),
             QStringLiteral("Are you sure you want to delete the selected URL(s)?"),
-            QStringLiteral("Export Black List URLs as text file"), QStringLiteral("_Black_List_URLs_List"),
-            QStringLiteral("Import Black List URLs from a text file"), QStringLiteral("WebSite Filter")}};
+            QStringLiteral("Export %1 URLs as text file").arg(list),
+            QStringLiteral("_%1_URLs_List").arg(QString(list).replace(u' ', u'_')),
+            QStringLiteral("Import %1 URLs from a text file").arg(list), QStringLiteral("WebSite Filter")}};
+}
+
+} // namespace
+
+const RuleListSpec& Black() {
+    static const RuleListSpec s = Url_List("BL_TBL", "BL_URL", QStringLiteral("Black List"));
     return s;
 }
 
 const RuleListSpec& White() {
-    static const RuleListSpec s{
-        "WL_TBL",
-        "WL_URL",
-        FEATURE_URL_FILTER,
-        AddText::TrimLower,
-        Is_Valid_Url,
-        17,
-        false,
-        50,
-        50,
-        true,
-        Is_Valid_Url,
-        QStringLiteral("White List URL"),
-        QStringLiteral("White List"),
-        5100,
-        4815,
-        RuleListWords{
-            QStringLiteral("Please enter a valid URL!."), QStringLiteral("Please enter a valid URL!."),
-            QStringLiteral("URL already exist!."), QStringLiteral("URL already exist!."),
-            QStringLiteral("Are you sure you want to delete the selected URL(s)?"),
-            QStringLiteral("Export White List URLs as text file"), QStringLiteral("_White_List_URLs_List"),
-            QStringLiteral("Import White List URLs from a text file"), QStringLiteral("WebSite Filter")}};
+    static const RuleListSpec s = Url_List("WL_TBL", "WL_URL", QStringLiteral("White List"));
     return s;
 }
 

@@ -7,6 +7,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace {
 
 using hv::Read_List_Fields;
@@ -16,6 +18,11 @@ struct FieldCase {
     QByteArray bytes;
     QStringList fields;
 };
+
+// Cases print as their names, which keeps the test listing readable.
+void PrintTo(const FieldCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class ListFileFields : public ::testing::TestWithParam<FieldCase> {};
 

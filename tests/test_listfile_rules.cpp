@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
+
 namespace {
 
 struct ImportCase {
@@ -13,6 +15,11 @@ struct ImportCase {
     QString field;
     QString stored;
 };
+
+// Cases print as their names, which keeps the test listing readable.
+void PrintTo(const ImportCase& c, std::ostream* os) {
+    *os << c.name;
+}
 
 class ListFileImportField : public ::testing::TestWithParam<ImportCase> {};
 

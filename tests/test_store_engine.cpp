@@ -1,5 +1,6 @@
 // The store engine: statement building, the result table's conversions, the connection cycle and its
 // failure reports (once from Db_Open, twice for an SQL error).
+#include "TestSupport.h"
 #include "console/clsLog.h"
 #include "platform/Err.h"
 #include "platform/ScriptedPlatform.h"
@@ -75,15 +76,7 @@ protected:
         t.Set_Columns({QStringLiteral("A"), QStringLiteral("B")});
     }
     void TearDown() override { Err().Clear(); }
-    long Failure_Of(const std::function<void()>& read) {
-        Err().Clear();
-        try {
-            read();
-        } catch (const RunTimeFailure&) {
-            return Err().Number;
-        }
-        return 0;
-    }
+    static long Failure_Of(const std::function<void()>& f) { return hv::testing::Raised(f); }
     ResultTable t;
 };
 

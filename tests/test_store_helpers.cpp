@@ -1,4 +1,5 @@
 // The general registry and text file helpers, on the registry stand-in and scratch files.
+#include "TestSupport.h"
 #include "platform/Err.h"
 #include "platform/IniRegistry.h"
 #include "platform/ScriptedPlatform.h"
@@ -111,15 +112,7 @@ class StoreHelpersFile : public ::testing::Test {
 protected:
     void TearDown() override { Err().Clear(); }
     QString Path(const char* name) { return QDir(p.App_Path()).filePath(QString::fromLatin1(name)); }
-    long Failure_Of(const std::function<void()>& call) {
-        Err().Clear();
-        try {
-            call();
-        } catch (const RunTimeFailure&) {
-            return Err().Number;
-        }
-        return 0;
-    }
+    static long Failure_Of(const std::function<void()>& f) { return hv::testing::Raised(f); }
     ScriptedPlatform p;
     clsFile file;
 };

@@ -54,9 +54,7 @@ void frmEXEBlocker::Set_Controls_Enabled() {
 }
 
 void frmEXEBlocker::cmdBrowseExe_Click() {
-    int handle = 0;
-    ResultTable result;
-    long rows = 0;
+    StoreBatch batch;
     try {
         cmdlgMain.FileName = QString();
         cmdlgMain.DialogTitle = QStringLiteral("Browse for EXE files");
@@ -72,8 +70,7 @@ void frmEXEBlocker::cmdBrowseExe_Click() {
         const QStringList parts = cmdlgMain.FileName.split(QChar(0));
         const int first = parts.size() > 1 ? 1 : 0;
 
-        handle = Db_Open(Get_Db_Path());
-        Db_Exec(handle, Sql(kBeginTrans), result, rows);
+        batch.Open();
         // Loaded at its first call, as a declared library is: a missing one fails here.
         std::unique_ptr<ProviderLibrary> provider;
         for (int i = first; i < parts.size(); ++i) {
@@ -91,16 +88,14 @@ void frmEXEBlocker::cmdBrowseExe_Click() {
             if (Is_Text_In_ListView(name, *lvwEXEBlocker))
                 continue;
             const Subject subject = Current_Subject();
-            if (!Add_List_Item(handle, result, QStringLiteral("EXE_NAME"), QStringLiteral("EXE_TBL"), name,
-                               subject.computerId, subject.userId))
+            if (!Add_List_Item(batch.Handle(), batch.result, QStringLiteral("EXE_NAME"),
+                               QStringLiteral("EXE_TBL"), name, subject.computerId, subject.userId))
                 continue;
             Rules().Add_Row(name);
         }
     } catch (const RunTimeFailure&) {
         Report_Error();
     }
-    Db_Exec(handle, Sql(kCommitTrans), result, rows);
-    Db_Close(handle);
 }
 
 } // namespace hv

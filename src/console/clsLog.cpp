@@ -151,4 +151,12 @@ void Report_Error() {
     Err().Clear();
 }
 
+void Guarded(const std::function<void()>& procedure) {
+    try {
+        procedure();
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
+}
+
 } // namespace hv

@@ -3,6 +3,7 @@
 // unexpected failure. Writing a record can never stop the console: a failed write is swallowed.
 #include <QFile>
 #include <QString>
+#include <functional>
 #include <memory>
 
 namespace hv {
@@ -45,5 +46,8 @@ void Log_Error(const QString& strData);
 // The error target of most procedures: Show_Error with the current run-time error's description and
 // the show flag set, then the error is cleared as the procedure is left.
 void Report_Error();
+// Runs a procedure whose only error target is Report_Error: a run-time failure is reported and the
+// procedure ends there.
+void Guarded(const std::function<void()>& procedure);
 
 } // namespace hv

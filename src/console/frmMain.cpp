@@ -248,7 +248,7 @@ void frmMain::Build_Side_Bar() {
 // ---- load and unload
 
 void frmMain::Form_Load() {
-    try {
+    Guarded([&] {
         Get_Program_Mode(m_lngHVMode);
 
         cboUsers->setToolTip(QStringLiteral("Select a user and change settings"));
@@ -272,9 +272,7 @@ void frmMain::Form_Load() {
                                            .arg(HV_VERSION_MAJOR)
                                            .arg(HV_VERSION_MINOR)
                                            .arg(HV_VERSION_REVISION));
-    } catch (const RunTimeFailure&) {
-        Report_Error();
-    }
+    });
 }
 
 void frmMain::Set_Colours() {
@@ -295,7 +293,7 @@ void frmMain::Form_Unload(int& Cancel) {
 // ---- the public operations
 
 void frmMain::Get_Working_Mode() {
-    try {
+    Guarded([&] {
         Get_Program_Mode(m_lngHVMode);
         long remoteMode = 0;
         long remotePort = 0;
@@ -319,13 +317,11 @@ void frmMain::Get_Working_Mode() {
             cboUsers->setEnabled(false);
             cboUsers->Set_ListIndex(0);
         }
-    } catch (const RunTimeFailure&) {
-        Report_Error();
-    }
+    });
 }
 
 void frmMain::Get_Internet_Mode() {
-    try {
+    Guarded([&] {
         const long computerId = m_lngComputerID;
         const long userId = Tag_Number(cboUsers);
         long value = 0;
@@ -338,13 +334,11 @@ void frmMain::Get_Internet_Mode() {
         long scheduleFor = 0;
         if (Get_Schedule_For(computerId, userId, scheduleFor) && scheduleFor > 1)
             lblInternetMode->Set_Caption(QStringLiteral("Internet Scheduler ON"));
-    } catch (const RunTimeFailure&) {
-        Report_Error();
-    }
+    });
 }
 
 void frmMain::Fill_Users_In_ComboBox() {
-    try {
+    Guarded([&] {
         // The name of the current selection is looked up but not used: the refill goes back to the
         // operating-system user, whoever was selected before.
         if (!ui::Tag(cboUsers).isEmpty()) {
@@ -364,23 +358,19 @@ void frmMain::Fill_Users_In_ComboBox() {
 
         const int position = ui::Find_In_Combo(*cboUsers, Get_Windows_User_Name());
         cboUsers->Set_ListIndex(m_lngHVMode != 0 ? position : 0);
-    } catch (const RunTimeFailure&) {
-        Report_Error();
-    }
+    });
 }
 
 // ---- events
 
 void frmMain::cboUsers_Click() {
-    try {
+    Guarded([&] {
         long id = m_lngUserId;
         if (Get_User_Id(id, cboUsers->Text()))
             m_lngUserId = id;
         ui::Set_Tag(cboUsers, QString::number(m_lngUserId));
         Get_Internet_Mode();
-    } catch (const RunTimeFailure&) {
-        Report_Error();
-    }
+    });
 }
 
 void frmMain::lvwMain_ItemClick(int Index, int item) {

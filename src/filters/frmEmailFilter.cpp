@@ -1,5 +1,6 @@
 #include "filters/frmEmailFilter.h"
 
+#include "console/clsLog.h"
 #include "console/frmMain.h"
 #include "store/modDBFunctions.h"
 

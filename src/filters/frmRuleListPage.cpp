@@ -54,12 +54,9 @@ void Remove_Selected_Rows(ui::ListView* list, const QString& question, const cha
         return;
     if (MsgBox(question, MsgStyle::Question, MsgButtons::YesNo) != MsgAnswer::Yes)
         return;
-    int handle = 0;
-    ResultTable result;
-    long rows = 0;
+    StoreBatch batch;
     try {
-        handle = Db_Open(Get_Db_Path());
-        Db_Exec(handle, Sql(kBeginTrans), result, rows);
+        batch.Open();
         const Subject subject = Current_Subject();
         // The count shrinks as rows go, and the index steps back so the row that moves up is not skipped.
         int count = list->Count();
@@ -67,8 +64,8 @@ void Remove_Selected_Rows(ui::ListView* list, const QString& question, const cha
             if (!list->Selected(i))
                 continue;
             const QString key = keySubItem == 0 ? list->Text(i) : list->Sub_Item(i, keySubItem);
-            if (Remove_List_Item(handle, result, QLatin1String(column), QLatin1String(table), key,
-                                 subject.computerId, subject.userId)) {
+            if (Remove_List_Item(batch.Handle(), batch.result, QLatin1String(column), QLatin1String(table),
+                                 key, subject.computerId, subject.userId)) {
                 list->Remove(i);
                 --i;
                 --count;
@@ -78,8 +75,6 @@ void Remove_Selected_Rows(ui::ListView* list, const QString& question, const cha
     } catch (const RunTimeFailure&) {
         Report_Error();
     }
-    Db_Exec(handle, Sql(kCommitTrans), result, rows);
-    Db_Close(handle);
 }
 
 // ---- one list ------------------------------------------------------------------------------------------
@@ -125,14 +120,10 @@ void RuleList::Add_Row(const QString& text) {
 }
 
 void RuleList::Add() {
-    int handle = 0;
-    ResultTable result;
-    long rows = 0;
+    StoreBatch batch;
     try {
         const QString text = Prepare_Add_Text(txt->Text(), spec.addText);
-        handle = Db_Open(Get_Db_Path());
-        Db_Exec(handle, Sql(kBeginTrans), result, rows);
-        if (!(addNeedsConnection && handle == 0)) {
+        if (!(batch.Open() == 0 && addNeedsConnection)) {
             const Duplicate* found = nullptr;
             if (!spec.check(text)) {
                 MsgBox(spec.words.addInvalid, MsgStyle::Exclamation);
@@ -140,8 +131,8 @@ void RuleList::Add() {
                 MsgBox(found->addMessage, MsgStyle::Exclamation);
             } else {
                 const Subject subject = Current_Subject();
-                if (Add_List_Item(handle, result, QLatin1String(spec.column), QLatin1String(spec.table), text,
-                                  subject.computerId, subject.userId))
+                if (Add_List_Item(batch.Handle(), batch.result, QLatin1String(spec.column),
+                                  QLatin1String(spec.table), text, subject.computerId, subject.userId))
                     Add_Row(text);
             }
             // A refused entry is wiped as well: the box is left empty on every path.
@@ -151,8 +142,6 @@ void RuleList::Add() {
     } catch (const RunTimeFailure&) {
         Report_Error();
     }
-    Db_Exec(handle, Sql(kCommitTrans), result, rows);
-    Db_Close(handle);
 }
 
 void RuleList::Edit() {
@@ -224,7 +213,7 @@ void RuleList::Export() {
 void RuleList::Import() {
     if (enableAll)
         enableAll(false);
-    int handle = 0;
+    StoreBatch batch;
     try {
         const Subject subject = Current_Subject();
         QString userName;
@@ -234,24 +223,18 @@ void RuleList::Import() {
             // The file name is left as the dialog holds it, so a Cancel imports the earlier file again.
             dlg->ShowOpen();
             if (!dlg->FileName.isEmpty() && !dlg->CancelError)
-                Import_File(handle);
+                Import_File(batch);
         }
     } catch (const RunTimeFailure&) {
         Report_Error();
-        ResultTable result;
-        long rows = 0;
-        Db_Exec(handle, Sql(kCommitTrans), result, rows);
-        Db_Close(handle);
     }
+    batch.Close();
     if (enableAll)
         enableAll(true);
 }
 
-void RuleList::Import_File(int& handle) {
-    ResultTable result;
-    long rows = 0;
-    handle = Db_Open(Get_Db_Path());
-    Db_Exec(handle, Sql(kBeginTrans), result, rows);
+void RuleList::Import_File(StoreBatch& batch) {
+    batch.Open();
     ListFieldReader reader(Read_List_File(dlg->FileName));
     // Block lists run to hundreds of thousands of lines: the list makes room for them once.
     lvw->Reserve(int(std::min<qsizetype>(lvw->Count() + reader.Field_Estimate(), INT_MAX / 2)));
@@ -266,13 +249,12 @@ void RuleList::Import_File(int& handle) {
         const QString text = Prepare_Import_Field(reader.Next_Field(), spec);
         if (!spec.importCheck(text))
             continue;
-        if (!Add_List_Item(handle, result, column, table, text, subject.computerId, subject.userId))
+        if (!Add_List_Item(batch.Handle(), batch.result, column, table, text, subject.computerId,
+                           subject.userId))
             continue;
         Add_Row(text);
     }
-    Db_Exec(handle, Sql(kCommitTrans), result, rows);
-    Db_Close(handle);
-    handle = 0;
+    batch.Close();
 }
 
 void RuleList::Copy_Settings() {
@@ -329,14 +311,6 @@ void RuleListPage::Enable_Click(ui::CheckBox* box, const QString& featureWords, 
 void RuleListPage::Enable_Unless_Remote(std::initializer_list<QWidget*> controls) {
     for (QWidget* w : controls)
         w->setEnabled(!Remote_Mode);
-}
-
-void RuleListPage::Guarded(const std::function<void()>& handler) {
-    try {
-        handler();
-    } catch (const RunTimeFailure&) {
-        Report_Error();
-    }
 }
 
 ui::ImageList* RuleListPage::Make_Image_List(const QString& name, const QStringList& listIconKeys) {

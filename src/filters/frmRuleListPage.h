@@ -5,6 +5,7 @@
 // from the store, Export, Import and Copy Settings by the list's description.
 #include "filters/CommonDialog.h"
 #include "filters/RuleLists.h"
+#include "store/modDB.h"
 #include "ui/Controls.h"
 #include "ui/Form.h"
 #include "ui/ListView.h"
@@ -77,7 +78,7 @@ public:
 
 private:
     const Duplicate* Find_Duplicate(const QString& text) const;
-    void Import_File(int& handle);
+    void Import_File(StoreBatch& batch);
 };
 
 // The base of the six pages.
@@ -101,9 +102,6 @@ protected:
     // Building blocks of the pages' layouts.
     ui::ImageList* Make_Image_List(const QString& name, const QStringList& listIconKeys);
     static ui::ListView* Make_List(const QString& name, const RuleListSpec& spec, QWidget* parent);
-
-    // Calls a handler under its error target: a run-time failure is reported and the handler ends.
-    static void Guarded(const std::function<void()>& handler);
 
     // A list's frame in the shape the pages share; the page names every control.
     struct PanelNames {

@@ -1,5 +1,6 @@
 #include "filters/frmSingleListPage.h"
 
+#include "console/clsLog.h"
 #include "console/frmMain.h"
 #include "store/modDBFunctions.h"
 

@@ -318,21 +318,31 @@ bool Run_Query(const Sql& sql, long& rows, ResultTable& table) {
 }
 
 bool Run_In_Transaction(const Sql& sql) {
-    bool ok = false;
-    ResultTable table;
+    StoreBatch batch;
+    if (batch.Open() == 0)
+        return false;
     long rows = 0;
-    const int handle = Db_Open(Get_Db_Path());
-    Db_Exec(handle, Sql(kBeginTrans), table, rows);
-    if (handle != 0) {
-        if (Db_Exec(handle, sql, table, rows))
-            ok = true;
-        else
-            Report_Error();
-    }
-    // Committed whatever became of the statement: nothing in the program rolls back.
-    Db_Exec(handle, Sql(kCommitTrans), table, rows);
-    Db_Close(handle);
-    return ok;
+    if (Db_Exec(batch.Handle(), sql, batch.result, rows))
+        return true;
+    Report_Error();
+    return false;
+}
+
+int StoreBatch::Open() {
+    Close();
+    long rows = 0;
+    m_handle = Db_Open(Get_Db_Path());
+    Db_Exec(m_handle, Sql(kBeginTrans), result, rows);
+    return m_handle;
+}
+
+void StoreBatch::Close() {
+    if (m_handle == 0)
+        return;
+    long rows = 0;
+    Db_Exec(m_handle, Sql(kCommitTrans), result, rows);
+    Db_Close(m_handle);
+    m_handle = 0;
 }
 
 bool Compact_Database() {

@@ -48,6 +48,26 @@ bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows);
 
 bool Run_Query(const Sql& sql, long& rows, ResultTable& table);
 bool Run_In_Transaction(const Sql& sql);
+
+// A run of statements on one connection in one transaction. Open() opens the store and begins the
+// transaction; Close(), or the batch going, commits whatever became of the statements and closes the
+// connection: nothing in the program rolls back. A store that failed to open leaves a handle of 0,
+// on which every statement and the commit do nothing.
+class StoreBatch final {
+public:
+    StoreBatch() = default;
+    ~StoreBatch() { Close(); }
+    StoreBatch(const StoreBatch&) = delete;
+    StoreBatch& operator=(const StoreBatch&) = delete;
+
+    int Open();
+    void Close();
+    int Handle() const { return m_handle; }
+    ResultTable result;
+
+private:
+    int m_handle = 0;
+};
 bool Compact_Database();
 bool Get_Remote_Settings(long& mode, QString& server, long& port);
 

@@ -1,6 +1,7 @@
 // The expectations: what must hold at that point of the scenario.
 #include "drive/Player.h"
 
+#include "platform/Err.h"
 #include "platform/IniRegistry.h"
 #include "platform/ScriptedPlatform.h"
 #include "ui/Form.h"
@@ -138,7 +139,7 @@ void Player::Expect_Msgbox(const Command& c) {
     const Word& style = c.words[2];
     const Word& buttons = c.words[3];
     const Word& text = c.words[4];
-    const QString title = c.words.size() > 5 ? c.words[5].text : QStringLiteral("HalvenorTS");
+    const QString title = c.words.size() > 5 ? c.words[5].text : hv::kAppTitle;
     MsgStyle s;
     if (style.Is("exclamation"))
         s = MsgStyle::Exclamation;

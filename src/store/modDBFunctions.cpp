@@ -61,10 +61,6 @@ bool Read_Row(const Sql& sql, const std::function<void(const ResultTable&)>& rea
     return Standard_Cycle({sql}, table, rows, [&] { read(table); });
 }
 
-// A statement whose whole result goes to the caller.
-bool Read_All(const Sql& sql, ResultTable& table, long& rows) {
-    return Standard_Cycle({sql}, table, rows);
-}
 
 // The batch operations: the caller's connection and transaction, no open and no close.
 bool On_Handle(int handle, const Sql& sql, ResultTable& table) {
@@ -105,7 +101,7 @@ void Set_Bit(BitColumn column, bool on, long bit, long C, long U) {
 // ---- users
 
 bool Get_Users(long& rows, ResultTable& table) {
-    return Read_All(stmt::Get_Users(), table, rows);
+    return Run_Query(stmt::Get_Users(), rows, table);
 }
 
 bool Get_User_Id(long& id, const QString& name) {
@@ -177,7 +173,7 @@ bool Set_Url_Message(long C, long U, long type, const QString& text, const QStri
 }
 
 bool Get_User_Messages(long U, ResultTable& table, long& rows) {
-    return Read_All(stmt::Get_User_Messages(U), table, rows);
+    return Run_Query(stmt::Get_User_Messages(U), rows, table);
 }
 
 bool Copy_User_Messages(long U, long urlType, const QString& urlText, const QString& redirect, long appType,
@@ -243,7 +239,7 @@ bool Get_Schedule_For(long C, long U, long& value) {
 
 bool Get_List_Items(const QString& column, const QString& tableName, long C, long U, ResultTable& table,
                     long& rows) {
-    return Read_All(stmt::Get_List_Items(column, tableName, C, U), table, rows);
+    return Run_Query(stmt::Get_List_Items(column, tableName, C, U), rows, table);
 }
 
 bool Update_List_Item(const QString& column, const QString& tableName, const QString& oldValue,
@@ -257,7 +253,7 @@ bool Remove_User_Rows(long U, const QString& tableName) {
 
 bool Get_Bypass_Exes(long C, long U, ResultTable& table) {
     long rows = 0;
-    return Read_All(stmt::Get_Bypass_Exes(C, U), table, rows);
+    return Run_Query(stmt::Get_Bypass_Exes(C, U), rows, table);
 }
 
 // ---- ports
@@ -267,7 +263,7 @@ bool Add_Port(long port, long filterType, const QString& protocol, long C, long 
 }
 
 bool Get_Ports(long kind, long C, long U, ResultTable& table, long& rows) {
-    return Read_All(stmt::Get_Ports(kind, C, U), table, rows);
+    return Run_Query(stmt::Get_Ports(kind, C, U), rows, table);
 }
 
 // ---- schedules
@@ -289,7 +285,7 @@ bool Update_Schedule(long id, long subType, long dwm, long weekdays, long months
 }
 
 bool Get_Schedules(long family, long C, long U, ResultTable& table, long& rows) {
-    return Read_All(stmt::Get_Schedules(family, C, U), table, rows);
+    return Run_Query(stmt::Get_Schedules(family, C, U), rows, table);
 }
 
 bool Remove_Schedule(long id) {
@@ -318,7 +314,7 @@ bool Rename_Exception_User(const QString& name, long id) {
 }
 
 bool Get_Exception_Users(long& rows, ResultTable& table) {
-    return Read_All(stmt::Get_Exception_Users(), table, rows);
+    return Run_Query(stmt::Get_Exception_Users(), rows, table);
 }
 
 bool Is_New_Exception_User(const QString& name) {

@@ -105,7 +105,7 @@ void frmEmailFilter::Form_Load() {
 }
 
 void frmEmailFilter::Init_Columns() {
-    Set_Caption(QStringLiteral("Email Filter - ") + Main_User_Text());
+    Set_Caption(QStringLiteral("Email Filter - ") + Current_User_Text());
     m_pop3.Init_Column();
     m_smtp.Init_Column();
 }

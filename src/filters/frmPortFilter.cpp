@@ -162,7 +162,7 @@ void frmPortFilter::Form_Load() {
 }
 
 void frmPortFilter::Init_Columns() {
-    Set_Caption(QStringLiteral("Port Filter - ") + Main_User_Text());
+    Set_Caption(QStringLiteral("Port Filter - ") + Current_User_Text());
     const auto widths = [](ui::ListView* list, ui::ComboBox* filter, ui::ComboBox* protocol) {
         const int first = filter->width() * ui::kTwipsPerPixel;
         const int second = protocol->width() * ui::kTwipsPerPixel;

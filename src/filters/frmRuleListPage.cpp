@@ -20,10 +20,6 @@
 
 namespace hv {
 
-QString Main_User_Text() {
-    return Current_User_Text();
-}
-
 // ---- column allowance ----------------------------------------------------------------------------------
 
 namespace {

@@ -18,9 +18,6 @@
 
 namespace hv {
 
-// The text of the main console's user selector, which stands in captions and default file names.
-QString Main_User_Text();
-
 // The room a list column gives up for a scroll bar, by the number of rows.
 struct ColumnAllowance {
     ui::ListView* list = nullptr;

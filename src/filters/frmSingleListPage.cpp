@@ -59,7 +59,7 @@ void SingleListPage::Form_Load() {
 }
 
 void SingleListPage::Init_Columns() {
-    Set_Caption(m_design.captionPrefix + Main_User_Text());
+    Set_Caption(m_design.captionPrefix + Current_User_Text());
     m_list.Init_Column();
 }
 

@@ -125,7 +125,7 @@ void frmWebsiteFilter::Form_Load() {
 }
 
 void frmWebsiteFilter::Init_Columns() {
-    Set_Caption(QStringLiteral("Website Filter - ") + Main_User_Text());
+    Set_Caption(QStringLiteral("Website Filter - ") + Current_User_Text());
     m_black.Init_Column();
     m_white.Init_Column();
 }

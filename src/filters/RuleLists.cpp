@@ -194,16 +194,6 @@ const RuleListSpec& Window() {
 
 } // namespace rulelists
 
-QString Trim_Blanks(const QString& text) {
-    qsizetype start = 0;
-    qsizetype end = text.size();
-    while (start < end && text[start] == u' ')
-        ++start;
-    while (end > start && text[end - 1] == u' ')
-        --end;
-    return (start == 0 && end == text.size()) ? text : text.mid(start, end - start);
-}
-
 QString Prepare_Add_Text(const QString& typed, AddText how) {
     switch (how) {
     case AddText::AsTyped:

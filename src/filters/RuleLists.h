@@ -1,6 +1,8 @@
 #pragma once
 // What tells the rule lists apart: their table and column, their switch, how a typed text is prepared,
 // their check, sizes and limits, and their words. The pages share one behaviour driven by these.
+#include "store/modCommonFuns.h"
+
 #include <QString>
 
 namespace hv {
@@ -53,8 +55,6 @@ const RuleListSpec& Exe();
 const RuleListSpec& Window();
 } // namespace rulelists
 
-// Trim as the pages trim: blanks (the space character) at both ends, nothing else.
-QString Trim_Blanks(const QString& text);
 // What Add makes of a typed text.
 QString Prepare_Add_Text(const QString& typed, AddText how);
 // What Import makes of a field read from a file.

@@ -22,12 +22,11 @@ public:
     bool Set_Dword(const QString& keyPath, const QString& name, quint32 value) override;
     bool Set_Binary(const QString& keyPath, const QString& name, const QByteArray& value) override;
 
-    std::optional<quint32> Get_Dword(const QString& keyPath, const QString& name);
-    // Any value as a text: a text as it is, a number in decimal, bytes in hexadecimal pairs.
-    std::optional<QString> Get_Value_Text(const QString& keyPath, const QString& name);
-    bool Create_Key(const QString& keyPath);
-    bool Delete_Value(const QString& keyPath, const QString& name);
-    bool Delete_Key(const QString& keyPath); // with its sub-keys
+    std::optional<quint32> Get_Dword(const QString& keyPath, const QString& name) override;
+    std::optional<QString> Get_Value_Text(const QString& keyPath, const QString& name) override;
+    bool Create_Key(const QString& keyPath) override;
+    bool Delete_Value(const QString& keyPath, const QString& name) override;
+    bool Delete_Key(const QString& keyPath) override;
 
     QString File_Name() const { return m_fileName; }
 

@@ -18,6 +18,12 @@ public:
     virtual bool Set_String(const QString& keyPath, const QString& name, const QString& value) = 0;
     virtual bool Set_Dword(const QString& keyPath, const QString& name, quint32 value) = 0;
     virtual bool Set_Binary(const QString& keyPath, const QString& name, const QByteArray& value) = 0;
+    virtual std::optional<quint32> Get_Dword(const QString& keyPath, const QString& name) = 0;
+    // Any value as a text: a text as it is, a number in decimal, bytes in hexadecimal pairs.
+    virtual std::optional<QString> Get_Value_Text(const QString& keyPath, const QString& name) = 0;
+    virtual bool Create_Key(const QString& keyPath) = 0;
+    virtual bool Delete_Value(const QString& keyPath, const QString& name) = 0;
+    virtual bool Delete_Key(const QString& keyPath) = 0; // with its sub-keys
 };
 
 } // namespace hv

@@ -1,7 +1,8 @@
 #include "store/clsRegistry.h"
 
-#include "platform/IniRegistry.h"
 #include "platform/Platform.h"
+#include "platform/Registry.h"
+#include "store/modCommonFuns.h"
 
 #include <QRegularExpression>
 
@@ -13,15 +14,15 @@ namespace hv {
 namespace {
 
 // The hive that holds keys below this root, or null: only HKEY_LOCAL_MACHINE has a stand-in.
-IniRegistry* Hive(long lngRootKey) {
+Registry* Hive(long lngRootKey) {
     if (lngRootKey != HKEY_LOCAL_MACHINE)
         return nullptr;
-    return dynamic_cast<IniRegistry*>(&platform().Registry_Root());
+    return &platform().Registry_Root();
 }
 
 // Opening a key: the root itself always opens; a path below it opens when the key is there.
 bool Opens(long lngRootKey, const QString& strRegKeyPath) {
-    IniRegistry* hive = Hive(lngRootKey);
+    Registry* hive = Hive(lngRootKey);
     if (!hive)
         return false;
     QString path = strRegKeyPath;
@@ -34,17 +35,6 @@ QString Join(const QString& path, const QString& name) {
     if (path.isEmpty())
         return name;
     return path.endsWith(u'\\') ? path + name : path + u'\\' + name;
-}
-
-// Trim as the program's texts are trimmed: the space character only, on both sides.
-QString Trim_Blanks(const QString& s) {
-    qsizetype begin = 0;
-    qsizetype end = s.size();
-    while (begin < end && s.at(begin) == u' ')
-        ++begin;
-    while (end > begin && s.at(end - 1) == u' ')
-        --end;
-    return s.mid(begin, end - begin);
 }
 
 // How data reads when it is to be written: as a number that fits in a double word, as a number that
@@ -99,14 +89,14 @@ Reading Read_Data(const QVariant& data) {
 } // namespace
 
 bool clsRegistry::CreateKey(long lngRootKey, const QString& strRegKeyPath) {
-    IniRegistry* hive = Hive(lngRootKey);
+    Registry* hive = Hive(lngRootKey);
     return hive && hive->Create_Key(strRegKeyPath);
 }
 
 bool clsRegistry::DeleteKey(long lngRootKey, const QString& strRegKeyPath, const QString& strRegKeyName) {
     if (!RegKeyDoesExist(lngRootKey, strRegKeyPath) || strRegKeyName.isEmpty())
         return false;
-    IniRegistry* hive = Hive(lngRootKey);
+    Registry* hive = Hive(lngRootKey);
     const QString key = Join(strRegKeyPath, strRegKeyName);
     // A key with keys below it is not deleted (access denied), so a whole tree never goes by mistake.
     if (!hive->Enum_Keys(key).isEmpty())
@@ -129,7 +119,7 @@ QVariant clsRegistry::RegQueryKeyValue(long lngRootKey, const QString& strRegKey
                                        const QString& strRegValueName, long& lngError) {
     if (!Opens(lngRootKey, strRegKeyPath))
         return QString();
-    IniRegistry* hive = Hive(lngRootKey);
+    Registry* hive = Hive(lngRootKey);
     if (const auto text = hive->Get_String(strRegKeyPath, strRegValueName)) {
         lngError = ERROR_SUCCESS;
         return *text;
@@ -150,7 +140,7 @@ QVariant clsRegistry::RegQueryKeyValue(long lngRootKey, const QString& strRegKey
 
 bool clsRegistry::RegSetKeyValue(long lngRootKey, const QString& strRegKeyPath,
                                  const QString& strRegValueName, const QVariant& varRegData) {
-    IniRegistry* hive = Hive(lngRootKey);
+    Registry* hive = Hive(lngRootKey);
     if (!hive)
         return false;
     const Reading reading = Read_Data(varRegData);

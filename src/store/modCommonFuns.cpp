@@ -60,4 +60,14 @@ QString Get_Windows_User_Name() {
     return platform().User_Name();
 }
 
+QString Trim_Blanks(const QString& text) {
+    qsizetype start = 0;
+    qsizetype end = text.size();
+    while (start < end && text[start] == u' ')
+        ++start;
+    while (end > start && text[end - 1] == u' ')
+        --end;
+    return (start == 0 && end == text.size()) ? text : text.mid(start, end - start);
+}
+
 } // namespace hv

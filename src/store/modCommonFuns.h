@@ -18,6 +18,8 @@ bool Is_Valid_Window_Title(const QString& strTitle);  // always true
 
 // One character per byte, zero bytes included (catalogue entries are read this way).
 QString Bytes_To_Text(const QByteArray& bytes);
+// Trim as the program trims its texts: the space character at both ends, nothing else (tabs stay).
+QString Trim_Blanks(const QString& text);
 // The operating-system user name; empty when it cannot be had.
 QString Get_Windows_User_Name();
 

@@ -5,107 +5,61 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <tuple>
+#include <vector>
 
 namespace {
 
 using namespace hv;
 
-QString Repeat(int n, char c = 'a') {
-    return QString(n, QLatin1Char(c));
-}
-
-struct TextCase {
-    const char* validator;
-    std::function<bool(const QString&)> check;
-    QString value;
-    bool expected;
-};
-
-TEST(ValidatorsLimits, TextValidatorsAtTheirEdges) {
-    const auto user = [](const QString& s) { return Is_Valid_User_Name(s); };
-    const auto pwd = [](const QString& s) { return Is_Valid_Password(s); };
-    const auto server = [](const QString& s) { return Is_Valid_Server_Name(s); };
-    const auto extn = [](const QString& s) { return Is_Valid_File_Extension(s); };
-    const auto mail = [](const QString& s) { return Is_Valid_Email_Address(s); };
-    const auto url = [](const QString& s) { return Is_Valid_Url(s); };
-    const auto title = [](const QString& s) { return Is_Valid_Window_Title(s); };
-
-    const std::vector<TextCase> cases = {
-        {"user", user, Repeat(0), false},
-        {"user", user, Repeat(1), true},
-        {"user", user, Repeat(255), true},
-        {"user", user, Repeat(256), false},
-        {"user", user, "o'brien", false},
-        {"user", user, "John Smith", true}, // blanks are allowed in user names
-        {"password", pwd, Repeat(0), false},
-        {"password", pwd, Repeat(1), true},
-        {"password", pwd, Repeat(20), true},
-        {"password", pwd, Repeat(21), false},
-        {"password", pwd, "pa'ss", false},
-        {"server", server, Repeat(0), false},
-        {"server", server, Repeat(100), true},
-        {"server", server, Repeat(101), false},
-        {"server", server, "my server", false},
-        {"server", server, "my\tserver", true},
-        {"extension", extn, Repeat(1), false},
-        {"extension", extn, Repeat(2), true},
-        {"extension", extn, Repeat(300), true},
-        {"extension", extn, "e e", false},
-        {"extension", extn, "e'e", true}, // only the store rejects it
-        {"email", mail, Repeat(0), false},
-        {"email", mail, Repeat(1), true},
-        {"email", mail, Repeat(50), true},
-        {"email", mail, Repeat(51), false},
-        {"email", mail, "a b@x.example", false},
-        {"email", mail, "a\tb@x.example", true},
-        {"url", url, "", true},
-        {"url", url, "games.example", true},
-        {"url", url, "games .example", false},
-        {"url", url, "games\t.example", true},
-        {"url", url, QString::fromUtf8("games\u00a0.example"), true}, // a no-break space is no blank
-        {"title", title, "", true},
-        {"title", title, "it's a ' title", true},
-        // A character outside the basic plane counts once: 20 of them are still a valid password.
-        {"password", pwd, QString::fromUtf8("\U0001F600").repeated(20), true},
-        {"password", pwd, QString::fromUtf8("\U0001F600").repeated(21), false},
+TEST(Validators, LimitsAtTheirEdges) {
+    const auto a = [](int n) { return QString(n, QLatin1Char('a')); };
+    const QString smiley = QString::fromUtf8("\U0001F600"); // outside the basic plane: counts once
+    const struct {
+        const char* validator;
+        std::function<bool(const QString&)> check;
+        std::vector<std::pair<QString, bool>> cases;
+    } validators[] = {
+        // clang-format off
+        {"user", Is_Valid_User_Name, {{a(0), false}, {a(1), true}, {a(255), true}, {a(256), false},
+                                      {"o'brien", false}, {"John Smith", true}}}, // blanks are allowed
+        {"password", Is_Valid_Password, {{a(0), false}, {a(1), true}, {a(20), true}, {a(21), false},
+                                         {"pa'ss", false}, {smiley.repeated(20), true}, {smiley.repeated(21), false}}},
+        {"server", Is_Valid_Server_Name, {{a(0), false}, {a(100), true}, {a(101), false}, {"my server", false},
+                                          {"my\tserver", true}}},
+        // Only the store rejects an apostrophe in an extension.
+        {"extension", Is_Valid_File_Extension, {{a(1), false}, {a(2), true}, {a(300), true}, {"e e", false},
+                                                {"e'e", true}}},
+        {"email", Is_Valid_Email_Address, {{a(0), false}, {a(1), true}, {a(50), true}, {a(51), false},
+                                           {"a b@x.example", false}, {"a\tb@x.example", true}}},
+        // A no-break space is no blank.
+        {"url", Is_Valid_Url, {{"", true}, {"games .example", false}, {"games\t.example", true},
+                               {QString::fromUtf8("games\u00a0.example"), true}}},
+        {"title", Is_Valid_Window_Title, {{"", true}, {"it's a ' title", true}}},
+        // clang-format on
     };
-    for (const TextCase& c : cases)
-        EXPECT_EQ(c.check(c.value), c.expected) << c.validator << " with " << c.value.size() << " units: \""
-                                                << c.value.left(30).toStdString() << "\"";
+    for (const auto& v : validators)
+        for (const auto& [value, expected] : v.cases)
+            EXPECT_EQ(v.check(value), expected) << v.validator << " with " << value.size() << " units: \""
+                                                << value.left(30).toStdString() << "\"";
+    for (const auto& [port, expected] : {std::pair{-1L, false}, {0L, true}, {65535L, true}, {65536L, false}})
+        EXPECT_EQ(Is_Valid_Port(port), expected) << port;
 }
 
-TEST(ValidatorsLimits, PortRange) {
-    struct Row {
-        long port;
-        bool expected;
-    };
-    for (const Row& r : {Row{-1, false}, Row{0, true}, Row{65535, true}, Row{65536, false}, Row{80, true}})
-        EXPECT_EQ(Is_Valid_Port(r.port), r.expected) << r.port;
+TEST(Validators, BytesToTextKeepsEveryByte) {
+    EXPECT_EQ(Bytes_To_Text(QByteArray("h\0v\xffs", 5)), QString::fromLatin1("h\0v\xffs", 5));
 }
 
-TEST(ValidatorsLimits, BytesToTextKeepsEveryByte) {
-    const QByteArray bytes("h\0v\xffs", 5);
-    const QString text = Bytes_To_Text(bytes);
-    ASSERT_EQ(text.size(), 5);
-    EXPECT_EQ(text.at(1).unicode(), 0);
-    EXPECT_EQ(text.at(3).unicode(), 0xff);
-    EXPECT_TRUE(text.contains(QStringLiteral("s")));
-}
-
-TEST(ValidatorsApplyBit, SetsAndClearsWithTheTopBitDroppedOnClear) {
-    struct Row {
-        long mask;
-        long flag;
-        bool on;
-        long expected;
-    };
+// Clearing a bit also clears bit 31; setting one keeps it.
+TEST(Validators, ApplyBitDropsTheTopBitOnClear) {
     const long bit31 = 1L << 31;
-    for (const Row& r : {Row{0, 4, true, 4}, Row{5, 4, false, 1}, Row{1, 4, false, 1},
-                         Row{bit31 | 8 | 1, 8, false, 1}, // clearing bit 3 also clears bit 31
-                         Row{bit31 | 1, 2, true, bit31 | 3}}) {
-        long mask = r.mask;
-        EXPECT_TRUE(Apply_Bit(mask, r.flag, r.on));
-        EXPECT_EQ(mask, r.expected) << r.mask << " " << r.flag << " " << r.on;
+    // clang-format off
+    for (auto [mask, flag, on, expected] : {std::tuple{0L, 4L, true, 4L}, {5L, 4L, false, 1L}, {1L, 4L, false, 1L},
+                                            {bit31 | 9, 8L, false, 1L}, {bit31 | 1, 2L, true, bit31 | 3}}) {
+        // clang-format on
+        const long before = mask;
+        EXPECT_TRUE(Apply_Bit(mask, flag, on));
+        EXPECT_EQ(mask, expected) << before << " " << flag << " " << on;
     }
 }
 

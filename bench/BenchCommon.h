@@ -3,11 +3,25 @@
 // transaction).
 #pragma once
 
+#include "platform/ScriptedPlatform.h"
+
+#include <QDir>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
 #include <sqlite3.h>
 
 namespace hv::bench {
+
+// The two stores a comparison runs on: the console's own, in the scripted Windows directory, and the
+// reference's, in a folder of its own, so that both files grow alike and neither warms the other's cache.
+struct Stores {
+    QTemporaryDir oursDir{QDir::tempPath() + QStringLiteral("/hv-bench-XXXXXX")};
+    QTemporaryDir refDir{QDir::tempPath() + QStringLiteral("/hv-bench-ref-XXXXXX")};
+    ScriptedPlatform platform{oursDir.path()};
+    PlatformScope scope{platform};
+    QString refPath = refDir.path() + QStringLiteral("/hvpolicy.iil");
+};
 
 // count texts made from pattern, whose %1 is the row number.
 inline QStringList Numbered_Texts(int count, const QString& pattern) {

@@ -65,11 +65,9 @@ double Reference(const QString& path, const QStringList& values, long user) {
 
 int main(int argc, char** argv) {
     QCoreApplication app(argc, argv);
-    QTemporaryDir oursDir(QDir::tempPath() + QStringLiteral("/hv-bench-XXXXXX"));
-    QTemporaryDir refDir(QDir::tempPath() + QStringLiteral("/hv-bench-ref-XXXXXX"));
-    hv::ScriptedPlatform platform(oursDir.path());
-    hv::PlatformScope scope(platform);
-    const QString refPath = refDir.path() + QStringLiteral("/hvpolicy.iil");
+    hv::bench::Stores stores;
+    hv::ScriptedPlatform& platform = stores.platform;
+    const QString& refPath = stores.refPath;
     QString error;
     if (!hv::Create_Store(hv::Get_Db_Path(), false, &error) || !hv::Create_Store(refPath, false, &error)) {
         std::fprintf(stderr, "cannot lay down the store: %s\n", qPrintable(error));

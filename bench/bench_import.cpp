@@ -137,13 +137,11 @@ Timing Best(const Timing& a, const Timing& b) {
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
-    QTemporaryDir oursDir(QDir::tempPath() + QStringLiteral("/hv-bench-XXXXXX"));
-    QTemporaryDir refDir(QDir::tempPath() + QStringLiteral("/hv-bench-ref-XXXXXX"));
-    hv::ScriptedPlatform platform(oursDir.path());
-    hv::PlatformScope scope(platform);
-    const QString refPath = refDir.path() + QStringLiteral("/hvpolicy.iil");
+    hv::bench::Stores stores;
+    hv::ScriptedPlatform& platform = stores.platform;
+    const QString& refPath = stores.refPath;
     const QStringList values = Make_Values();
-    const QString file = refDir.filePath(QStringLiteral("blocklist.txt"));
+    const QString file = stores.refDir.filePath(QStringLiteral("blocklist.txt"));
     if (!Write_File(file, values)) {
         std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
         return 1;

@@ -3,7 +3,7 @@
 // transaction).
 #pragma once
 
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 
 #include <QDir>
 #include <QString>

@@ -2,7 +2,7 @@
 // rows inserted through one SQLite statement prepared once and bound per row. The operation builds its
 // statement anew for every row, so this shows what that costs. Target: at least half the reference rate.
 #include "BenchCommon.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "store/modDBFunctions.h"
 

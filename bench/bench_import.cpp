@@ -9,7 +9,7 @@
 #include "BenchCommon.h"
 #include "console/frmMain.h"
 #include "filters/frmWebsiteFilter.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "store/modDB.h"
 #include "ui/Forms.h"

@@ -6,7 +6,7 @@
 #include "console/frmLogin.h"
 #include "console/frmMain.h"
 #include "console/modProgram.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "ui/Forms.h"
 

@@ -1,6 +1,6 @@
 // Click on a change made by code (and only on a real change) with the Tag protocol built on it, refused
 // values raising 380, combo boxes that keep no selection until one is made.
-#include "TestSupport.h"
+#include "testing/TestSupport.h"
 #include "ui/Controls.h"
 #include "ui/Form.h"
 #include "ui/ListView.h"

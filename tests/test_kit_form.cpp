@@ -1,5 +1,5 @@
 // The page base: modal showing under the driver, cancellable unloading, key preview, key and focus events.
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 #include "ui/Controls.h"
 #include "ui/Form.h"
 #include "ui/Forms.h"

@@ -1,6 +1,6 @@
 // The list view: twips widths, row parts, selection, check boxes, the label edit, what the view is told.
-#include "TestSupport.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/TestSupport.h"
+#include "testing/ScriptedPlatform.h"
 #include "ui/Controls.h"
 #include "ui/ListView.h"
 

@@ -1,5 +1,5 @@
 // The list text file: how fields are cut from a file and how lists are written.
-#include "filters/ListFile.h"
+#include "core/ListFile.h"
 #include "platform/Err.h"
 
 #include <QFile>

@@ -1,6 +1,6 @@
 // How the rule lists prepare typed and imported texts, and the port page's conversions.
-#include "filters/PortRules.h"
-#include "filters/RuleLists.h"
+#include "filters/model/PortRules.h"
+#include "filters/model/RuleLists.h"
 #include "platform/Err.h"
 
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 // The session log: record layout, the size reset, swallowed failures and the error report path.
-#include "console/LogSession.h"
-#include "console/clsLog.h"
+#include "core/LogSession.h"
+#include "core/clsLog.h"
 #include "platform/Err.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 
 #include <QDir>
 #include <QFile>

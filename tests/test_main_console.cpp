@@ -1,9 +1,10 @@
 // The main console's pieces that no scenario reaches: the descriptions of the entries that no list holds,
 // the compiled-in pictures, and the subject read from a selector tag that is no number.
+#include "console/ConsoleSession.h"
 #include "console/frmMain.h"
 #include "platform/Err.h"
-#include "platform/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
+#include "testing/ScriptedPlatform.h"
 #include "ui/Forms.h"
 
 #include <QImage>
@@ -15,12 +16,14 @@ namespace {
 TEST(MainConsoleFeatures, DescriptionsOfTagsWithoutAListEntryAndOutOfRange) {
     // Device Lock and Reporting are reached by the menu alone, but their texts stay, typos included,
     // and the second ends without a full stop.
-    EXPECT_EQ(frmMain::Feature_Description(1, 5),
-              QStringLiteral("Use Devcie Lock Feature to restrict or grant access to USB, Floppy, CD/DVD Storage "
-                             "Devices for User(s)."));
-    EXPECT_EQ(frmMain::Feature_Description(2, 2),
-              QStringLiteral("Use Reporting Option to view and print a detailed report of urls,applications and "
-                             "devices are used withinn a certain period"));
+    EXPECT_EQ(
+        frmMain::Feature_Description(1, 5),
+        QStringLiteral("Use Devcie Lock Feature to restrict or grant access to USB, Floppy, CD/DVD Storage "
+                       "Devices for User(s)."));
+    EXPECT_EQ(
+        frmMain::Feature_Description(2, 2),
+        QStringLiteral("Use Reporting Option to view and print a detailed report of urls,applications and "
+                       "devices are used withinn a certain period"));
     const int none[][2] = {{0, 0}, {0, 7}, {1, 6}, {2, 5}, {3, 1}};
     for (const auto& c : none)
         EXPECT_TRUE(frmMain::Feature_Description(c[0], c[1]).isEmpty()) << c[0] << "/" << c[1];
@@ -52,6 +55,8 @@ TEST(MainConsoleImages, EveryImageKeyHasARealPicture) {
 TEST(MainConsoleSubject, ATagThatIsNoNumberIsATypeMismatchAndAnUnknownPageOpensNothing) {
     ScriptedPlatform desktop;
     PlatformScope scope{desktop};
+    ConsoleSession console;
+    Set_Session(&console);
     QString error;
     ASSERT_TRUE(Create_Store(desktop.Windows_Directory() + QStringLiteral("/hvpolicy.iil"), true, &error))
         << qPrintable(error);
@@ -74,7 +79,8 @@ TEST(MainConsoleSubject, ATagThatIsNoNumberIsATypeMismatchAndAnUnknownPageOpensN
     Show_Page(QStringLiteral("frmNoSuchPage"));
     EXPECT_EQ(ui::Forms::Count(), before);
     EXPECT_TRUE(desktop.m_boxes.empty());
-    delete &main;
+    main.Unload();
+    Set_Session(nullptr);
 }
 
 } // namespace

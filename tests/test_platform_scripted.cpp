@@ -2,7 +2,7 @@
 // pieces that need no desktop.
 #include "platform/Err.h"
 #include "platform/ProviderLibrary.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 #include "platform/qt/QtPlatform.h"
 
 #include <gtest/gtest.h>

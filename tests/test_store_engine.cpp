@@ -1,9 +1,9 @@
 // The store engine (statement building, the result table's conversions, the connection cycle and its
 // failure reports: once from Db_Open, twice for an SQL error) and the policy operations on a store laid
 // down as the installer lays it down, in a scratch Windows directory.
-#include "TestSupport.h"
-#include "console/clsLog.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/TestSupport.h"
+#include "core/clsLog.h"
+#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "store/Bits.h"
 #include "store/modDBFunctions.h"

@@ -1,7 +1,7 @@
 // The general registry and text file helpers, on the registry stand-in and scratch files.
-#include "TestSupport.h"
+#include "testing/TestSupport.h"
 #include "platform/IniRegistry.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 #include "store/clsFile.h"
 #include "store/clsRegistry.h"
 

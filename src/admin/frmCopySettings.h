@@ -11,6 +11,10 @@ public:
     frmCopySettings();
     // Ticks the feature with this text (nothing for a text that names none) and shows the page modally.
     void Show_This_Form(const QString& strFeature);
+    void Open(const QString& word, QWidget* owner) override {
+        (void)owner;
+        Show_This_Form(word);
+    }
 };
 
 } // namespace hv

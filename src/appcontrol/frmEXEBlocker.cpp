@@ -1,11 +1,11 @@
 #include "appcontrol/frmEXEBlocker.h"
 
-#include "console/clsLog.h"
-#include "console/frmMain.h"
+#include "core/clsLog.h"
 #include "platform/Err.h"
 #include "platform/ProviderLibrary.h"
 #include "store/modDB.h"
 #include "store/modDBFunctions.h"
+#include "ui/Session.h"
 
 #include <QApplication>
 #include <QStyle>

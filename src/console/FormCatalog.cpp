@@ -1,9 +1,12 @@
 #include "console/FormCatalog.h"
 
+#include "console/ConsoleSession.h"
 #include "console/frmLogin.h"
 #include "ui/Forms.h"
+#include "ui/Images.h"
 
 // One line a page. A page that is not listed here cannot be opened by name.
+#include "admin/frmCopySettings.h"
 #include "appcontrol/frmEXEBlocker.h"
 #include "appcontrol/frmWindowBlocker.h"
 #include "console/frmMain.h"
@@ -21,6 +24,9 @@ template <class T> void Add(const char* name) {
 } // namespace
 
 void Register_All_Forms() {
+    // The pages reach the console through its session.
+    static ConsoleSession console;
+    Set_Session(&console);
     // The pictures the forms are built with must be there before the first form is.
     Init_Console_Images();
     Add<frmLogin>("frmLogin");
@@ -31,6 +37,7 @@ void Register_All_Forms() {
     Add<frmPortFilter>("frmPortFilter");
     Add<frmEXEBlocker>("frmEXEBlocker");
     Add<frmWindowBlocker>("frmWindowBlocker");
+    Add<frmCopySettings>("frmCopySettings");
 }
 
 } // namespace hv

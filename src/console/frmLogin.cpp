@@ -1,8 +1,8 @@
 #include "console/frmLogin.h"
 
-#include "console/WebSite.h"
 #include "console/frmMain.h"
 #include "console/modProgram.h"
+#include "core/WebSite.h"
 #include "platform/Platform.h"
 #include "store/modDB.h"
 #include "store/modDBFunctions.h"

@@ -1,8 +1,8 @@
 #include "console/frmMain.h"
 
-#include "console/WebSite.h"
-#include "console/clsLog.h"
 #include "console/modProgram.h"
+#include "core/WebSite.h"
+#include "core/clsLog.h"
 #include "platform/Err.h"
 #include "platform/Platform.h"
 #include "store/modCommonFuns.h"

@@ -2,10 +2,10 @@
 // The main console: launcher of the pages, selector of the subject, display of mode and internet state.
 #include "ui/Controls.h"
 #include "ui/Form.h"
+#include "ui/Images.h"
 #include "ui/ListView.h"
+#include "ui/Session.h"
 
-#include <QCursor>
-#include <QIcon>
 #include <array>
 
 class QAction;
@@ -125,27 +125,5 @@ private:
     long m_lngUserId = 0;
     QString m_baseStyle;
 };
-
-// The subject every page acts on, read from the main console at each use: the computer id and the
-// number in cboUsers.Tag (a blank or non-numeric tag raises "Type mismatch", 13). Reading it loads the
-// main console when it is not loaded yet, as a page opened on its own finds it.
-struct Subject {
-    long computerId = 0;
-    long userId = 0;
-};
-Subject Current_Subject();
-// The text of the selector as the pages' captions show it; reading it loads the main console the same way.
-QString Current_User_Text();
-
-// Shows a page from the catalogue modally over the main console; nothing when the page is not there.
-void Show_Page(const QString& formName);
-
-// The console's pictures by image key ("WebsiteFilter", "AllUserMode", "Hand", "Logo", "login"...),
-// compiled into the program from resources/icons; a null icon for an unknown key. The first call makes
-// the pictures available, and Register_All_Forms makes that call before any form is built.
-QIcon Console_Image(const QString& key);
-void Init_Console_Images();
-// The custom hand pointer (image "Hand") of the clickable labels and the feature entries.
-QCursor Hand_Cursor();
 
 } // namespace hv

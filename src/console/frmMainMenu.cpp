@@ -1,8 +1,7 @@
 // The launcher half of the main console: the menu, the feature entries and what each of them opens.
-#include "admin/frmCopySettings.h"
-#include "console/WebSite.h"
 #include "console/frmMain.h"
 #include "console/modProviders.h"
+#include "core/WebSite.h"
 #include "platform/Err.h"
 #include "platform/Platform.h"
 #include "ui/Forms.h"
@@ -11,12 +10,6 @@
 #include <QFile>
 #include <QMenu>
 #include <QMenuBar>
-
-// The compiled-in pictures live in a static library: their registration has to be asked for by name,
-// from outside any namespace.
-static void Init_Icon_Resource() {
-    Q_INIT_RESOURCE(icons);
-}
 
 namespace hv {
 
@@ -272,8 +265,7 @@ void frmMain::mnuAbout_Click() {
 
 void frmMain::mnuCopySettings_Click() {
     // Opened from here, the copy page has no feature of its own to tick.
-    if (ui::Forms::Known(QStringLiteral("frmCopySettings")))
-        ui::Forms::Get<frmCopySettings>().Show_This_Form(QStringLiteral("Main Form"));
+    Show_Page(QStringLiteral("frmCopySettings"), QStringLiteral("Main Form"));
 }
 
 // ---- Help
@@ -293,58 +285,5 @@ void frmMain::mnuProducts_Click() {
 
 // The version service is asked only when the update check is in place; until then the item is inert.
 void frmMain::mnuCheckUpdates_Click() {}
-
-// ---- shared with the pages
-
-void Show_Page(const QString& formName) {
-    if (!ui::Forms::Known(formName))
-        return;
-    ui::Form* page = ui::Forms::Create(formName);
-    if (page)
-        page->Show_Modal(ui::Forms::Find(QStringLiteral("frmMain")));
-}
-
-namespace {
-// A page shown on its own still finds a main console to ask, loaded but not shown.
-frmMain& Loaded_Main() {
-    frmMain& main = ui::Forms::Get<frmMain>();
-    main.Load();
-    return main;
-}
-} // namespace
-
-QString Current_User_Text() {
-    return Loaded_Main().cboUsers->Text();
-}
-
-Subject Current_Subject() {
-    frmMain& main = Loaded_Main();
-    Subject s;
-    s.computerId = main.m_lngComputerID;
-    bool ok = false;
-    s.userId = ui::Tag(main.cboUsers).trimmed().toLong(&ok);
-    if (!ok)
-        Err().Raise(errnum::TypeMismatch);
-    return s;
-}
-
-void Init_Console_Images() {
-    static const bool done = [] {
-        Init_Icon_Resource();
-        return true;
-    }();
-    (void)done;
-}
-
-QIcon Console_Image(const QString& key) {
-    Init_Console_Images();
-    const QString path = QStringLiteral(":/icons/%1.png").arg(key);
-    return QFile::exists(path) ? QIcon(path) : QIcon();
-}
-
-QCursor Hand_Cursor() {
-    // The hand's fingertips are the hot spot.
-    return QCursor(Console_Image(QStringLiteral("Hand")).pixmap(24, 24), 11, 1);
-}
 
 } // namespace hv

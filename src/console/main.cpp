@@ -6,7 +6,6 @@
 #include "ui/Forms.h"
 
 #include <QApplication>
-#include <QTimer>
 
 int main(int argc, char* argv[]) {
     QApplication app(argc, argv);
@@ -24,16 +23,7 @@ int main(int argc, char* argv[]) {
         words << QString::fromLocal8Bit(argv[i]);
     hv::Run_Main(words.join(u' '));
 
-    int rc = 0;
-    if (hv::ui::Forms::Count() > 0) {
-        QTimer watch;
-        QObject::connect(&watch, &QTimer::timeout, &app, [] {
-            if (hv::ui::Forms::Count() == 0)
-                QCoreApplication::quit();
-        });
-        watch.start(100);
-        rc = QApplication::exec();
-    }
+    const int rc = hv::ui::Forms::Run_While_Any_Form();
     hv::Set_Platform(nullptr);
     return rc;
 }

@@ -1,10 +1,10 @@
 #include "console/modProgram.h"
 
-#include "console/LogSession.h"
-#include "console/clsLog.h"
 #include "console/frmLogin.h"
-#include "console/modGlobal.h"
 #include "console/modProviders.h"
+#include "core/LogSession.h"
+#include "core/clsLog.h"
+#include "core/modGlobal.h"
 #include "platform/Err.h"
 #include "platform/Platform.h"
 #include "store/modDB.h"

@@ -2,7 +2,7 @@
 #include "drive/Player.h"
 
 #include "console/modProgram.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 #include "ui/Controls.h"
 #include "ui/Form.h"
 #include "ui/Forms.h"

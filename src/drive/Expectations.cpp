@@ -3,7 +3,7 @@
 
 #include "platform/Err.h"
 #include "platform/IniRegistry.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 #include "ui/Form.h"
 #include "ui/Forms.h"
 #include "ui/ListView.h"

@@ -3,7 +3,7 @@
 #include "console/FormCatalog.h"
 #include "console/modProgram.h"
 #include "platform/Err.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "ui/Forms.h"
 

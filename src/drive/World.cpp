@@ -2,7 +2,7 @@
 #include "drive/Player.h"
 
 #include "platform/IniRegistry.h"
-#include "platform/ScriptedPlatform.h"
+#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 
 #include <QDir>

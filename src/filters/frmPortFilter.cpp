@@ -1,15 +1,14 @@
 #include "filters/frmPortFilter.h"
 
-#include "admin/frmCopySettings.h"
-#include "console/clsLog.h"
-#include "console/frmMain.h"
-#include "filters/PortRules.h"
+#include "core/clsLog.h"
+#include "filters/model/PortRules.h"
 #include "platform/Err.h"
 #include "platform/Platform.h"
 #include "store/Bits.h"
 #include "store/modCommonFuns.h"
 #include "store/modDBFunctions.h"
 #include "ui/Forms.h"
+#include "ui/Session.h"
 
 #include <QVBoxLayout>
 
@@ -312,7 +311,7 @@ void frmPortFilter::chkEnablePortFilter_Click() {
 }
 
 void frmPortFilter::Copy_Settings() {
-    ui::Forms::Get<frmCopySettings>().Show_This_Form(kCopySettingsName);
+    Show_Page(QStringLiteral("frmCopySettings"), kCopySettingsName);
 }
 
 } // namespace hv

@@ -1,15 +1,14 @@
 #include "filters/frmRuleListPage.h"
 
-#include "admin/frmCopySettings.h"
-#include "console/clsLog.h"
-#include "console/frmMain.h"
-#include "console/modGlobal.h"
-#include "filters/ListFile.h"
+#include "core/ListFile.h"
+#include "core/clsLog.h"
+#include "core/modGlobal.h"
 #include "platform/Err.h"
 #include "platform/Platform.h"
 #include "store/modDB.h"
 #include "store/modDBFunctions.h"
 #include "ui/Forms.h"
+#include "ui/Session.h"
 
 #include <QApplication>
 #include <QFrame>
@@ -254,7 +253,7 @@ void RuleList::Import_File(StoreBatch& batch) {
 }
 
 void RuleList::Copy_Settings() {
-    ui::Forms::Get<frmCopySettings>().Show_This_Form(spec.words.copySettingsName);
+    Show_Page(QStringLiteral("frmCopySettings"), spec.words.copySettingsName);
 }
 
 // ---- the page --------------------------------------------------------------------------------------------

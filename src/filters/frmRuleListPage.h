@@ -4,7 +4,7 @@
 // Remote Mode), and one RuleList for each list on a page, which does Add, in-place Edit, Remove, the fill
 // from the store, Export, Import and Copy Settings by the list's description.
 #include "filters/CommonDialog.h"
-#include "filters/RuleLists.h"
+#include "filters/model/RuleLists.h"
 #include "store/modDB.h"
 #include "ui/Controls.h"
 #include "ui/Form.h"

@@ -1,8 +1,8 @@
 #include "filters/frmWebsiteFilter.h"
 
-#include "console/clsLog.h"
-#include "console/frmMain.h"
+#include "core/clsLog.h"
 #include "store/modDBFunctions.h"
+#include "ui/Session.h"
 
 #include <QVBoxLayout>
 

@@ -1,6 +1,6 @@
 #include "store/clsFile.h"
 
-#include "filters/ListFile.h"
+#include "core/ListFile.h"
 #include "platform/Err.h"
 
 #include <QFile>

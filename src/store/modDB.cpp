@@ -1,6 +1,6 @@
 #include "store/modDB.h"
 
-#include "console/clsLog.h"
+#include "core/clsLog.h"
 #include "platform/Err.h"
 #include "platform/Platform.h"
 #include "store/Statements.h"

@@ -1,6 +1,6 @@
 #include "store/modDBFunctions.h"
 
-#include "console/clsLog.h"
+#include "core/clsLog.h"
 #include "platform/Err.h"
 #include "store/Statements.h"
 

@@ -33,6 +33,12 @@ public:
     bool Loaded() const { return m_loaded; }
     void Show_Modal(QWidget* owner = nullptr);
     void Show_Modeless();
+    // Shown by whoever opens the page by name, with a word of theirs (the copy settings page takes the
+    // feature to tick); a page that needs no word is simply shown modally.
+    virtual void Open(const QString& word, QWidget* owner) {
+        (void)word;
+        Show_Modal(owner);
+    }
     // Returns false when QueryUnload or Unload cancelled.
     bool Unload(int unloadMode = vbFormCode);
 

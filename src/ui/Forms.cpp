@@ -1,5 +1,6 @@
 #include "ui/Forms.h"
 
+#include <QCoreApplication>
 #include <QMap>
 #include <algorithm>
 
@@ -64,6 +65,21 @@ void Forms::Adopt(Form* f) {
 void Forms::Forget(Form* f) {
     auto& live = Live();
     live.erase(std::remove(live.begin(), live.end(), f), live.end());
+    // The check waits for the event loop, so that a form made right after this one went keeps it going.
+    if (live.empty() && QCoreApplication::instance())
+        QMetaObject::invokeMethod(
+            QCoreApplication::instance(),
+            [] {
+                if (Live().empty())
+                    QCoreApplication::quit();
+            },
+            Qt::QueuedConnection);
+}
+
+int Forms::Run_While_Any_Form() {
+    if (Live().empty())
+        return 0;
+    return QCoreApplication::exec();
 }
 
 } // namespace hv::ui

@@ -32,6 +32,11 @@ public:
     static std::vector<Form*> All();
     static int Count();
 
+    // Runs the forms' message loop for as long as any form exists: the loop ends when the last form is
+    // forgotten (at once when there is none). A form that goes while another is being made in its place
+    // (the login form giving way to the main console) does not end it.
+    static int Run_While_Any_Form();
+
     // Called by Form itself.
     static void Adopt(Form* f);
     static void Forget(Form* f);

@@ -1,6 +1,6 @@
-#include "console/LogSession.h"
+#include "core/LogSession.h"
 
-#include "console/clsLog.h"
+#include "core/clsLog.h"
 #include "platform/Platform.h"
 
 #include <QDateTime>

@@ -1,4 +1,4 @@
-#include "console/clsLog.h"
+#include "core/clsLog.h"
 
 #include "platform/Err.h"
 #include "platform/Platform.h"

@@ -1,4 +1,4 @@
-#include "filters/PortRules.h"
+#include "filters/model/PortRules.h"
 
 #include "platform/Err.h"
 

@@ -1,4 +1,4 @@
-#include "filters/ListFile.h"
+#include "core/ListFile.h"
 
 #include "platform/Err.h"
 

@@ -1,4 +1,4 @@
-#include "console/modGlobal.h"
+#include "core/modGlobal.h"
 
 namespace hv {
 

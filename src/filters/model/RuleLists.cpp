@@ -1,4 +1,4 @@
-#include "filters/RuleLists.h"
+#include "filters/model/RuleLists.h"
 
 #include "store/Bits.h"
 #include "store/modCommonFuns.h"

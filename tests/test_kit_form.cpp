@@ -9,6 +9,7 @@
 #include <QFrame>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 namespace {
@@ -95,6 +96,30 @@ TEST_F(KitForm, ModalShowReturnsAndUnloadEventsCanCancelAlsoFromTheCloseBox) {
     EXPECT_EQ(Forms::Find("frmKitProbe"), nullptr);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(form.isNull()); // the form removed itself
+}
+
+// The process's message loop lasts while any form exists: a form that gives way to another does not end
+// it, the last one to unload does, and with no form at all it does not start.
+TEST_F(KitForm, TheLoopEndsWhenTheLastFormUnloads) {
+    QStringList seen;
+    form->Show_Modeless();
+    QTimer::singleShot(0, [&] {
+        // The form goes and, in the same turn, another takes its place, as the login gives way to the
+        // console.
+        form->Unload();
+        auto* next = new frmKitProbe();
+        next->setObjectName("frmNext");
+        next->Show_Modeless();
+        seen << QString::number(Forms::Count());
+        QTimer::singleShot(0, [&seen, next] {
+            seen << QString::number(Forms::Count());
+            next->Unload();
+        });
+    });
+    EXPECT_EQ(Forms::Run_While_Any_Form(), 0);
+    EXPECT_EQ(seen, (QStringList{"1", "1"}));
+    EXPECT_EQ(Forms::Count(), 0);
+    EXPECT_EQ(Forms::Run_While_Any_Form(), 0); // returns at once
 }
 
 // Keys go through the form first (with KeyPreview), then the control's handler, then to the control.

@@ -1,5 +1,5 @@
-// The main console's pieces that no scenario reaches: the descriptions of the entries that no list holds,
-// the compiled-in pictures, and the subject read from a selector tag that is no number.
+// The main console's pieces that no scenario reaches: the compiled-in pictures, and the subject read from a
+// selector tag that is no number.
 #include "console/ConsoleSession.h"
 #include "console/frmMain.h"
 #include "platform/Err.h"
@@ -12,22 +12,6 @@
 
 namespace hv {
 namespace {
-
-TEST(MainConsoleFeatures, DescriptionsOfTagsWithoutAListEntryAndOutOfRange) {
-    // Device Lock and Reporting are reached by the menu alone, but their texts stay, typos included,
-    // and the second ends without a full stop.
-    EXPECT_EQ(
-        frmMain::Feature_Description(1, 5),
-        QStringLiteral("Use Devcie Lock Feature to restrict or grant access to USB, Floppy, CD/DVD Storage "
-                       "Devices for User(s)."));
-    EXPECT_EQ(
-        frmMain::Feature_Description(2, 2),
-        QStringLiteral("Use Reporting Option to view and print a detailed report of urls,applications and "
-                       "devices are used withinn a certain period"));
-    const int none[][2] = {{0, 0}, {0, 7}, {1, 6}, {2, 5}, {3, 1}};
-    for (const auto& c : none)
-        EXPECT_TRUE(frmMain::Feature_Description(c[0], c[1]).isEmpty()) << c[0] << "/" << c[1];
-}
 
 // A picture counts when it has enough visible pixels to be more than a blank square.
 int Visible_Pixels(const QIcon& icon) {

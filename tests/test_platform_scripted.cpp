@@ -2,8 +2,8 @@
 // pieces that need no desktop.
 #include "platform/Err.h"
 #include "platform/ProviderLibrary.h"
-#include "testing/ScriptedPlatform.h"
 #include "platform/qt/QtPlatform.h"
+#include "testing/ScriptedPlatform.h"
 
 #include <gtest/gtest.h>
 

@@ -1,12 +1,12 @@
 // The store engine (statement building, the result table's conversions, the connection cycle and its
 // failure reports: once from Db_Open, twice for an SQL error) and the policy operations on a store laid
 // down as the installer lays it down, in a scratch Windows directory.
-#include "testing/TestSupport.h"
 #include "core/clsLog.h"
-#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "store/Bits.h"
 #include "store/modDBFunctions.h"
+#include "testing/ScriptedPlatform.h"
+#include "testing/TestSupport.h"
 
 #include <QDir>
 #include <QFile>
@@ -251,6 +251,13 @@ TEST_F(StoreOps, FeatureBitsChangeOnlyTheirOwnBitAndAFailedReadLosesTheOthers) {
     EXPECT_EQ(User_Column("FEATURE_BITS", m_alice), "263");
     Set_Feature_Bit(false, FEATURE_PORT_FILTER, 0, m_alice);
     EXPECT_EQ(User_Column("FEATURE_BITS", m_alice), "261");
+    // Clearing a bit that is already clear, or setting one already set, writes the same value back.
+    Set_Feature_Bit(false, FEATURE_PORT_FILTER, 0, m_alice);
+    EXPECT_EQ(User_Column("FEATURE_BITS", m_alice), "261");
+    Set_Feature_Bit(true, FEATURE_URL_FILTER, 0, m_alice);
+    EXPECT_EQ(User_Column("FEATURE_BITS", m_alice), "261");
+    Set_Status_Bit(false, STATUS_INTERNET_ON_OFF, 0, m_alice);
+    EXPECT_EQ(User_Column("STATUS_BITS", m_alice), "1");
     Set_Status_Bit(true, STATUS_INTERNET_ON_OFF, 0, m_alice);
     EXPECT_EQ(User_Column("STATUS_BITS", m_alice), "5");
     EXPECT_EQ(User_Column("FEATURE_BITS", m_alice), "261");

@@ -1,9 +1,9 @@
 // The general registry and text file helpers, on the registry stand-in and scratch files.
-#include "testing/TestSupport.h"
 #include "platform/IniRegistry.h"
-#include "testing/ScriptedPlatform.h"
 #include "store/clsFile.h"
 #include "store/clsRegistry.h"
+#include "testing/ScriptedPlatform.h"
+#include "testing/TestSupport.h"
 
 #include <QDir>
 #include <QFile>

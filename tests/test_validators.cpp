@@ -46,10 +46,6 @@ TEST(Validators, LimitsAtTheirEdges) {
         EXPECT_EQ(Is_Valid_Port(port), expected) << port;
 }
 
-TEST(Validators, BytesToTextKeepsEveryByte) {
-    EXPECT_EQ(Bytes_To_Text(QByteArray("h\0v\xffs", 5)), QString::fromLatin1("h\0v\xffs", 5));
-}
-
 // Clearing a bit also clears bit 31; setting one keeps it.
 TEST(Validators, ApplyBitDropsTheTopBitOnClear) {
     const long bit31 = 1L << 31;

@@ -50,7 +50,6 @@ frmPortFilter::FrameControls frmPortFilter::Build_Frame(const QString& side, con
     c.copySettings = new ui::CommandButton(QStringLiteral("cmd%1CopySettings").arg(side), QString(), c.frame);
     c.list = new ui::ListView(listName, ui::ListView::Report, c.frame);
     c.list->Set_Size_Twips(kListWidth, kListHeight);
-    c.list->setFixedSize(ui::Twips_To_Pixels(kListWidth), ui::Twips_To_Pixels(kListHeight));
     c.list->Add_Column(QStringLiteral("Filter"), kFilterComboWidth);
     c.list->Add_Column(QStringLiteral("Protocol"), kProtocolComboWidth);
     c.list->Add_Column(QStringLiteral("Port Number"),

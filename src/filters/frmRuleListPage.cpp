@@ -330,7 +330,6 @@ void RuleListPage::Load_Panel_Pictures(const Panel& p, ui::ImageList* images) {
 ui::ListView* RuleListPage::Make_List(const QString& name, const RuleListSpec& spec, QWidget* parent) {
     auto* list = new ui::ListView(name, ui::ListView::Report, parent);
     list->Set_Size_Twips(spec.widthTwips, spec.heightTwips);
-    list->setFixedSize(ui::Twips_To_Pixels(spec.widthTwips), ui::Twips_To_Pixels(spec.heightTwips));
     list->Add_Column(spec.columnCaption, spec.widthTwips - 20);
     list->Set_Multi_Select(true);
     list->Set_Hide_Selection(false);

@@ -115,13 +115,17 @@ void ListView::Set_Size_Twips(int widthTwips, int heightTwips) {
         Err().Raise(errnum::InvalidPropertyValue);
     m_widthTwips = widthTwips;
     m_heightTwips = heightTwips;
-    resize(Twips_To_Pixels(widthTwips), Twips_To_Pixels(heightTwips));
-    updateGeometry();
+    setFixedSize(sizeHint());
 }
 
+// The design size is the list's inside: its frame lies outside it, so that columns the pages measure
+// against the design width fit the viewport, and a column that leaves room for the vertical scroll bar
+// needs no horizontal one.
 QSize ListView::sizeHint() const {
-    if (m_widthTwips > 0 || m_heightTwips > 0)
-        return {Twips_To_Pixels(m_widthTwips), Twips_To_Pixels(m_heightTwips)};
+    if (m_widthTwips > 0 || m_heightTwips > 0) {
+        const int frame = m_view ? 2 * m_view->frameWidth() : 0;
+        return {Twips_To_Pixels(m_widthTwips) + frame, Twips_To_Pixels(m_heightTwips) + frame};
+    }
     return QWidget::sizeHint();
 }
 

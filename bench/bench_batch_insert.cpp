@@ -78,7 +78,7 @@ int main(int argc, char** argv) {
     for (long round = 1; round <= kRounds; ++round) {
         const double r = Reference(refPath, values, round);
         const double o = Ours(values, round);
-        if (r <= 0 || o <= 0 || !platform.m_boxes.empty()) {
+        if (r <= 0 || o <= 0 || !platform.boxes.empty()) {
             std::fprintf(stderr, "a run failed\n");
             return 1;
         }

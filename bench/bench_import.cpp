@@ -87,6 +87,10 @@ void Drop_Page() {
 }
 
 // The page for the user, opened as the console opens it; how long its load took.
+hv::ui::ListView* Black_List(hv::frmWebsiteFilter& page) {
+    return page.findChild<hv::ui::ListView*>(QStringLiteral("lvwBlackList"));
+}
+
 hv::frmWebsiteFilter& Open_Page(Timing* took = nullptr) {
     hv::frmMain& main = hv::ui::Forms::Get<hv::frmMain>();
     main.Load();
@@ -104,11 +108,11 @@ hv::frmWebsiteFilter& Open_Page(Timing* took = nullptr) {
     hv::FileDialogAnswer answer;
     answer.cancelled = false;
     answer.files = QStringList{file};
-    platform.m_dialogAnswers.push_back(answer);
+    platform.dialogAnswers.push_back(answer);
     const Stopwatch watch;
-    page.cmdURLBLImport_Click();
+    page.findChild<hv::ui::CommandButton*>(QStringLiteral("cmdURLBLImport"))->click();
     const Timing took = watch.Read();
-    const int shown = page.lvwBlackList->Count();
+    const int shown = Black_List(page)->Count();
     Drop_Page();
     if (shown != kRows) {
         std::fprintf(stderr, "the page shows %d rows, not %d\n", shown, kRows);
@@ -157,9 +161,9 @@ int main(int argc, char** argv) {
         }
         const Timing r = Reference(refPath, values);
         const Timing o = Page_Import(platform, file);
-        if (r.cpu <= 0 || o.cpu <= 0 || !platform.m_boxes.empty() || !platform.m_failure.isEmpty()) {
-            std::fprintf(stderr, "a run failed%s%s\n", platform.m_boxes.empty() ? "" : ": ",
-                         platform.m_boxes.empty() ? "" : qPrintable(platform.m_boxes.front().text));
+        if (r.cpu <= 0 || o.cpu <= 0 || !platform.boxes.empty() || !platform.failure.isEmpty()) {
+            std::fprintf(stderr, "a run failed%s%s\n", platform.boxes.empty() ? "" : ": ",
+                         platform.boxes.empty() ? "" : qPrintable(platform.boxes.front().text));
             return 1;
         }
         std::printf("round %d: reference %.3f s (wall %.3f s), page %.3f s (wall %.3f s)\n", round, r.cpu,
@@ -169,7 +173,7 @@ int main(int argc, char** argv) {
     }
     Timing open;
     Open_Page(&open);
-    const int loaded = hv::ui::Forms::Get<hv::frmWebsiteFilter>().lvwBlackList->Count();
+    const int loaded = Black_List(hv::ui::Forms::Get<hv::frmWebsiteFilter>())->Count();
     Drop_Page();
 
     std::printf("best of %d rounds of %d rows, processor time (wall time)\n", rounds, kRows);

@@ -43,11 +43,11 @@ int main(int argc, char* argv[]) {
 
     hv::ScriptedPlatform desktop;
     hv::PlatformScope scope(desktop);
-    desktop.m_userName = QStringLiteral("jsmith");
+    desktop.userName = QStringLiteral("jsmith");
     const QString store = desktop.Windows_Directory() + QLatin1Char('/') + hv::Store_File_Name();
     QString error;
     if (!hv::Create_Store(store, true, &error) ||
-        !hv::Fill_Demo(store, 200, QString(), desktop.m_now, &error)) {
+        !hv::Fill_Demo(store, 200, QString(), desktop.now, &error)) {
         std::fprintf(stderr, "demo store: %s\n", qPrintable(error));
         return 1;
     }
@@ -74,7 +74,7 @@ int main(int argc, char* argv[]) {
     main->lvwMain[0]->User_Item_Click(1);
     const bool ok = Save(*main, outDir + QStringLiteral("/main.png"));
     main->Unload();
-    for (const auto& box : desktop.m_boxes)
+    for (const auto& box : desktop.boxes)
         std::fprintf(stderr, "message box: %s\n", qPrintable(box.text));
-    return ok && desktop.m_boxes.empty() ? 0 : 1;
+    return ok && desktop.boxes.empty() ? 0 : 1;
 }

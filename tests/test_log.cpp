@@ -113,7 +113,7 @@ TEST_F(LogTest, FailuresAreSwallowedAndOpeningFailureIsRaised) {
     ASSERT_TRUE(QDir().mkpath(dir));
     EXPECT_NO_THROW(log.Log_Event(QStringLiteral("still quiet"), 3, true));
     EXPECT_FALSE(QFile::exists(path));
-    EXPECT_TRUE(p.m_boxes.empty());
+    EXPECT_TRUE(p.boxes.empty());
     EXPECT_EQ(Err().Number, 0);
 
     // Opening is the one failure that reaches the caller.
@@ -127,24 +127,24 @@ TEST_F(LogTest, ShowErrorShowsTheBoxBeforeLoggingAndAddsAPendingError) {
     Set_Logger(std::make_unique<clsLog>());
     Logger()->Start_Logging(Path());
     qint64 sizeAtBox = -1;
-    p.m_onEvent = [&](const QString&) { sizeAtBox = QFileInfo(Path()).size(); };
+    p.onEvent = [&](const QString&) { sizeAtBox = QFileInfo(Path()).size(); };
 
     Err().Set(errnum::FileNotFound);
     Show_Error(QStringLiteral("Opening"), true);
     const QString withError = QStringLiteral("Opening: ErrNo=53: ErrDesc=File not found: ErrSrc=HalvenorTS");
-    ASSERT_EQ(p.m_boxes.size(), 1u);
-    EXPECT_EQ(p.m_boxes[0].text, withError);
-    EXPECT_EQ(p.m_boxes[0].style, MsgStyle::Critical);
-    EXPECT_EQ(p.m_boxes[0].buttons, MsgButtons::OK);
-    EXPECT_EQ(p.m_boxes[0].title, QStringLiteral("HalvenorTS"));
+    ASSERT_EQ(p.boxes.size(), 1u);
+    EXPECT_EQ(p.boxes[0].text, withError);
+    EXPECT_EQ(p.boxes[0].style, MsgStyle::Critical);
+    EXPECT_EQ(p.boxes[0].buttons, MsgButtons::OK);
+    EXPECT_EQ(p.boxes[0].title, QStringLiteral("HalvenorTS"));
     EXPECT_EQ(sizeAtBox, 0) << "the line is logged after the box";
 
     Err().Clear();
     Show_Error(QString(), true); // how a failed typed operation reports: an empty box and an empty line
     Show_Error(QStringLiteral("quiet"), false);
     Log_Error(QStringLiteral("no error")); // the error part is always there
-    ASSERT_EQ(p.m_boxes.size(), 2u);
-    EXPECT_EQ(p.m_boxes[1].text, QString());
+    ASSERT_EQ(p.boxes.size(), 2u);
+    EXPECT_EQ(p.boxes[1].text, QString());
     EXPECT_EQ(Read_All(Path()), "\r\n" + Padded("E: " + withError.toUtf8()) + kStamp + "\r\n" +
                                     Padded("E: ") + kStamp + "\r\n" + Padded("E: quiet") + kStamp + "\r\n" +
                                     Padded("E: no error: ErrNo=0: ErrDesc=: ErrSrc=") + kStamp);

@@ -62,7 +62,7 @@ TEST(MainConsoleSubject, ATagThatIsNoNumberIsATypeMismatchAndAnUnknownPageOpensN
     const int before = ui::Forms::Count();
     Show_Page(QStringLiteral("frmNoSuchPage"));
     EXPECT_EQ(ui::Forms::Count(), before);
-    EXPECT_TRUE(desktop.m_boxes.empty());
+    EXPECT_TRUE(desktop.boxes.empty());
     main.Unload();
     Set_Session(nullptr);
 }

@@ -19,26 +19,26 @@ protected:
 };
 
 TEST_F(PlatformScripted, OkBoxesAnswerThemselvesAndQuestionsTakeTheQueue) {
-    world.m_answers = {MsgAnswer::Yes};
+    world.answers = {MsgAnswer::Yes};
     EXPECT_EQ(MsgBox(QStringLiteral("done"), MsgStyle::Information), MsgAnswer::OK);
     // The OK box did not use the queued answer: the question gets it.
     EXPECT_EQ(MsgBox(QStringLiteral("sure?"), MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::Yes);
     // An OK queued for an OK box is taken by it, not left for the next question.
-    world.m_answers = {MsgAnswer::OK, MsgAnswer::Yes};
+    world.answers = {MsgAnswer::OK, MsgAnswer::Yes};
     EXPECT_EQ(MsgBox(QStringLiteral("saved"), MsgStyle::Information), MsgAnswer::OK);
     EXPECT_EQ(MsgBox(QStringLiteral("sure?"), MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::Yes);
-    EXPECT_TRUE(world.m_failure.isEmpty()) << world.m_failure.toStdString();
-    ASSERT_EQ(world.m_boxes.size(), 4u);
-    EXPECT_EQ(world.m_boxes[0].title, QStringLiteral("HalvenorTS"));
-    EXPECT_EQ(world.m_boxes[1].answer, MsgAnswer::Yes);
+    EXPECT_TRUE(world.failure.isEmpty()) << world.failure.toStdString();
+    ASSERT_EQ(world.boxes.size(), 4u);
+    EXPECT_EQ(world.boxes[0].title, QStringLiteral("HalvenorTS"));
+    EXPECT_EQ(world.boxes[1].answer, MsgAnswer::Yes);
 
     // With nothing queued a question is a failure of the scenario, answered No so the program goes on.
     EXPECT_EQ(MsgBox(QStringLiteral("again?"), MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::No);
-    EXPECT_EQ(world.m_failure, QStringLiteral("unanswered question: \"again?\""));
-    world.m_failure.clear();
-    world.m_answers = {MsgAnswer::OK};
+    EXPECT_EQ(world.failure, QStringLiteral("unanswered question: \"again?\""));
+    world.failure.clear();
+    world.answers = {MsgAnswer::OK};
     EXPECT_EQ(MsgBox(QStringLiteral("delete?"), MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::No);
-    EXPECT_TRUE(world.m_failure.contains(QStringLiteral("does not fit")));
+    EXPECT_TRUE(world.failure.contains(QStringLiteral("does not fit")));
 }
 
 TEST_F(PlatformScripted, TheProviderGivesTheBaseNameOfAPaddedPath) {

@@ -78,11 +78,11 @@ protected:
     // The texts of the boxes shown since the last look, each checked to be critical.
     QStringList Box_Texts() {
         QStringList texts;
-        for (const RecordedBox& b : p.m_boxes) {
+        for (const RecordedBox& b : p.boxes) {
             EXPECT_EQ(b.style, MsgStyle::Critical);
             texts << b.text;
         }
-        p.m_boxes.clear();
+        p.boxes.clear();
         return texts;
     }
     // One value read (or a statement run) through the bare engine, not through the operations.
@@ -106,7 +106,7 @@ TEST_F(StoreEngine, ResultTableHoldsNamesRowsAndNulls) {
     EXPECT_EQ(t.Long(1, 0), 0);
     EXPECT_EQ(t.Text(1, 1), QStringLiteral("[All Users...]"));
     EXPECT_TRUE(t.Is_Null(1, 2));
-    EXPECT_TRUE(p.m_boxes.empty());
+    EXPECT_TRUE(p.boxes.empty());
 }
 
 TEST_F(StoreEngine, UnusableStoreIsReportedOnceByOpen) {
@@ -124,7 +124,7 @@ TEST_F(StoreEngine, UnusableStoreIsReportedOnceByOpen) {
     for (const auto& [make, box] : cases) {
         SCOPED_TRACE(box.toStdString());
         make();
-        p.m_boxes.clear();
+        p.boxes.clear();
         for (const std::function<bool()>& operation :
              std::vector<std::function<bool()>>{[&] { return Run_Query(Sql("SELECT 1"), rows, t); },
                                                 [&] { return Run_In_Transaction(Sql("DELETE FROM BL_TBL")); },
@@ -153,7 +153,7 @@ TEST_F(StoreEngine, SqlErrorIsReportedTwiceSqliteTextFirst) {
     // The handle-0 path of Db_Exec is silent.
     EXPECT_FALSE(Db_Exec(0, Sql("SELECT 1"), t, rows));
     Db_Close(0);
-    EXPECT_TRUE(p.m_boxes.empty());
+    EXPECT_TRUE(p.boxes.empty());
 }
 
 TEST_F(StoreEngine, ApostropheInAValueFailsAsSqlErrorAndRunsNothing) {

@@ -15,36 +15,32 @@ namespace hv {
 
 namespace {
 SingleListPageDesign Design() {
-    return {"frmEXEBlocker",
-            &rulelists::Exe(),
-            QStringLiteral("EXE Blocker - "),
-            QStringLiteral("EXE Blocker"),
-            "chkEnableEXEBlocker",
-            "frameEXEBlocker",
-            "lblEXEName",
-            "txtEXEBlocker",
-            "lvwEXEBlocker",
-            "ilsEXEBlocker",
-            QStringLiteral("Enable EXE Blocker"),
-            QStringLiteral("EXE Blocker"),
-            QStringLiteral("Enter EXE Name(Eg: notepad.exe.mui):"),
-            QStringLiteral("Click to enable or disable the EXE Blocker"),
-            QStringLiteral("Provides a space for you to type Blocked EXEs"),
-            QStringLiteral("Export Blocked EXEs to a file"),
-            QStringLiteral("Import Blocked EXEs from a file")};
+    return {.formName = "frmEXEBlocker",
+            .list = &rulelists::Exe(),
+            .captionPrefix = QStringLiteral("EXE Blocker - "),
+            .featureWords = QStringLiteral("EXE Blocker"),
+            .checkName = "chkEnableEXEBlocker",
+            .frameName = "frameEXEBlocker",
+            .labelName = "lblEXEName",
+            .textName = "txtEXEBlocker",
+            .listName = "lvwEXEBlocker",
+            .imagesName = "ilsEXEBlocker",
+            .checkCaption = QStringLiteral("Enable EXE Blocker"),
+            .frameCaption = QStringLiteral("EXE Blocker"),
+            .labelCaption = QStringLiteral("Enter EXE Name(Eg: notepad.exe.mui):"),
+            .checkToolTip = QStringLiteral("Click to enable or disable the EXE Blocker"),
+            .textToolTip = QStringLiteral("Provides a space for you to type Blocked EXEs"),
+            .exportToolTip = QStringLiteral("Export Blocked EXEs to a file"),
+            .importToolTip = QStringLiteral("Import Blocked EXEs from a file")};
 }
 } // namespace
 
-frmEXEBlocker::frmEXEBlocker()
-    : SingleListPage(Design()), chkEnableEXEBlocker(chkEnable), frameEXEBlocker(frame), lblEXEName(lblPrompt),
-      txtEXEBlocker(txtRule), lvwEXEBlocker(lvwRules), ilsEXEBlocker(ilsPage) {
-    cmdBrowseExe = new ui::CommandButton(QStringLiteral("cmdBrowseExe"), QString(), frameEXEBlocker);
+frmEXEBlocker::frmEXEBlocker() : SingleListPage(Design()) {
+    cmdBrowseExe = new ui::CommandButton(QStringLiteral("cmdBrowseExe"), QString(), Page_Panel().frame);
     cmdBrowseExe->Set_Picture(QApplication::style()->standardIcon(QStyle::SP_DirOpenIcon));
     cmdBrowseExe->setToolTip(QStringLiteral("Browse for exe files"));
     Page_Panel().extraButtons->addWidget(cmdBrowseExe);
 
-    connect(chkEnableEXEBlocker, &ui::CheckBox::Click, this, &frmEXEBlocker::chkEnableEXEBlocker_Click);
-    connect(lvwEXEBlocker, &ui::ListView::AfterLabelEdit, this, &frmEXEBlocker::lvwEXEBlocker_AfterLabelEdit);
     connect(cmdBrowseExe, &ui::CommandButton::Click, this, &frmEXEBlocker::cmdBrowseExe_Click);
 }
 
@@ -85,7 +81,7 @@ void frmEXEBlocker::cmdBrowseExe_Click() {
                 Err().Raise(errnum::InvalidProcedureCall);
             const QString name = Text_Before_Nul(buffer);
             // A program already listed is passed over without a word.
-            if (Is_Text_In_ListView(name, *lvwEXEBlocker))
+            if (Is_Text_In_ListView(name, *Rule_List()))
                 continue;
             const Subject subject = Current_Subject();
             if (!Add_List_Item(batch.Handle(), batch.result, QStringLiteral("EXE_NAME"),

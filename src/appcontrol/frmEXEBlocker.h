@@ -10,22 +10,13 @@ class frmEXEBlocker final : public SingleListPage {
 public:
     frmEXEBlocker();
 
-    ui::CheckBox* chkEnableEXEBlocker;
-    QGroupBox* frameEXEBlocker;
-    ui::Label* lblEXEName;
-    ui::TextBox* txtEXEBlocker;
-    ui::ListView* lvwEXEBlocker;
-    ui::ImageList* ilsEXEBlocker;
-    ui::CommandButton* cmdBrowseExe;
-
-    void chkEnableEXEBlocker_Click() { Enable_Box_Click(); }
-    void lvwEXEBlocker_AfterLabelEdit(int& Cancel, QString& NewString) {
-        List_After_Label_Edit(Cancel, NewString);
-    }
-    void cmdBrowseExe_Click();
-
 protected:
     void Set_Controls_Enabled() override;
+
+private:
+    void cmdBrowseExe_Click();
+
+    ui::CommandButton* cmdBrowseExe;
 };
 
 } // namespace hv

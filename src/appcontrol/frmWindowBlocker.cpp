@@ -4,34 +4,26 @@ namespace hv {
 
 namespace {
 SingleListPageDesign Design() {
-    return {"frmWindowBlocker",
-            &rulelists::Window(),
-            QStringLiteral("Window Blocker - "),
-            QStringLiteral("Window Blocker"),
-            "chkEnableWindowBlocker",
-            "frameWindowBlocker",
-            "lblWindowTitle",
-            "txtWindowBlocker",
-            "lvwWindowBlocker",
-            "ilsWindowBlocker",
-            QStringLiteral("Enable Window Blocker"),
-            QStringLiteral("Window Blocker"),
-            QStringLiteral("Enter Window Title (Eg: Calculator, Notepad):"),
-            QStringLiteral("Click to enable or disable the Window Blocker"),
-            QStringLiteral("Provides a space for you to type Window Title"),
-            QStringLiteral("Export Blocked Window Titles to a file"),
-            QStringLiteral("Import Blocked Window Titles from a file")};
+    return {.formName = "frmWindowBlocker",
+            .list = &rulelists::Window(),
+            .captionPrefix = QStringLiteral("Window Blocker - "),
+            .featureWords = QStringLiteral("Window Blocker"),
+            .checkName = "chkEnableWindowBlocker",
+            .frameName = "frameWindowBlocker",
+            .labelName = "lblWindowTitle",
+            .textName = "txtWindowBlocker",
+            .listName = "lvwWindowBlocker",
+            .imagesName = "ilsWindowBlocker",
+            .checkCaption = QStringLiteral("Enable Window Blocker"),
+            .frameCaption = QStringLiteral("Window Blocker"),
+            .labelCaption = QStringLiteral("Enter Window Title (Eg: Calculator, Notepad):"),
+            .checkToolTip = QStringLiteral("Click to enable or disable the Window Blocker"),
+            .textToolTip = QStringLiteral("Provides a space for you to type Window Title"),
+            .exportToolTip = QStringLiteral("Export Blocked Window Titles to a file"),
+            .importToolTip = QStringLiteral("Import Blocked Window Titles from a file")};
 }
 } // namespace
 
-frmWindowBlocker::frmWindowBlocker()
-    : SingleListPage(Design()), chkEnableWindowBlocker(chkEnable), frameWindowBlocker(frame),
-      lblWindowTitle(lblPrompt), txtWindowBlocker(txtRule), lvwWindowBlocker(lvwRules),
-      ilsWindowBlocker(ilsPage) {
-    connect(chkEnableWindowBlocker, &ui::CheckBox::Click, this,
-            &frmWindowBlocker::chkEnableWindowBlocker_Click);
-    connect(lvwWindowBlocker, &ui::ListView::AfterLabelEdit, this,
-            &frmWindowBlocker::lvwWindowBlocker_AfterLabelEdit);
-}
+frmWindowBlocker::frmWindowBlocker() : SingleListPage(Design()) {}
 
 } // namespace hv

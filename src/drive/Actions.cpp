@@ -58,10 +58,10 @@ void Player::Cmd_Start(const Command& c) {
     const QString commandLine = c.words.size() > 1 ? c.words[1].text : QString();
     if (ui::Forms::Count() > 0) {
         // The program is still running: this is a second process, which finds the first one's lock.
-        const bool before = m_platform->m_instanceRunning;
-        m_platform->m_instanceRunning = true;
+        const bool before = m_platform->instanceRunning;
+        m_platform->instanceRunning = true;
         Run_Main(commandLine);
-        m_platform->m_instanceRunning = before;
+        m_platform->instanceRunning = before;
         return;
     }
     // A new process in the same world: nothing of the last one's memory is left.
@@ -324,7 +324,7 @@ void Player::Cmd_Answer(const Command& c) {
         answer = MsgAnswer::Cancel;
     else
         throw Failure{QStringLiteral("\"%1\" is not an answer: Yes, No, OK or Cancel").arg(a.text)};
-    m_platform->m_answers.push_back(answer);
+    m_platform->answers.push_back(answer);
 }
 
 void Player::Cmd_Dialog(const Command& c) {
@@ -344,14 +344,14 @@ void Player::Cmd_Dialog(const Command& c) {
         for (size_t i = 2; i < c.words.size(); ++i)
             a.files << c.words[i].text;
     }
-    m_platform->m_dialogAnswers.push_back(a);
+    m_platform->dialogAnswers.push_back(a);
 }
 
 void Player::Cmd_Skip(const Command& c) {
     Need_Args(c, 1, 1, "skip msgboxes");
     if (!c.words[1].Is("msgboxes"))
         throw Failure{QStringLiteral("write: skip msgboxes")};
-    m_boxesSeen = m_platform->m_boxes.size();
+    m_boxesSeen = m_platform->boxes.size();
 }
 
 } // namespace hv::drive

@@ -68,9 +68,9 @@ void Player::Cmd_Expect(const Command& c) {
         return Expect_Msgbox(c);
     if (what.Is("nomsgbox")) {
         Need_Args(c, 1, 1, "expect nomsgbox");
-        if (m_boxesSeen < m_platform->m_boxes.size())
+        if (m_boxesSeen < m_platform->boxes.size())
             throw Failure{QStringLiteral("a message box was not expected: %1")
-                              .arg(Box_Text(m_platform->m_boxes[m_boxesSeen]))};
+                              .arg(Box_Text(m_platform->boxes[m_boxesSeen]))};
         return;
     }
     for (const char* kw : {"rows", "row", "selected", "checked", "bold", "rowtag", "colwidth"})
@@ -110,11 +110,11 @@ void Player::Cmd_Expect(const Command& c) {
     }
     if (what.Is("launched")) {
         Need_Args(c, 2, 2, "expect launched \"TEXT\"");
-        for (const QString& l : m_platform->m_launched)
+        for (const QString& l : m_platform->launched)
             if (l.contains(c.words[2].text))
                 return;
         throw Failure{QStringLiteral("nothing containing %1 was launched; launched: %2")
-                          .arg(Quoted_Text(c.words[2].text), Quote_List(m_platform->m_launched))};
+                          .arg(Quoted_Text(c.words[2].text), Quote_List(m_platform->launched))};
     }
     if (what.Is("registry")) {
         Need_Args(c, 4, 4, "expect registry \"KEYPATH\" \"NAME\" \"VALUE\"");
@@ -167,9 +167,9 @@ void Player::Expect_Msgbox(const Command& c) {
         QStringLiteral("%1 %2 %3%4 %5")
             .arg(style.text.toLower(), buttons.text.toLower(),
                  text.contains ? QStringLiteral("~") : QString(), Quoted_Text(text.text), Quoted_Text(title));
-    if (m_boxesSeen >= m_platform->m_boxes.size())
+    if (m_boxesSeen >= m_platform->boxes.size())
         throw Failure{QStringLiteral("no message box was shown; expected %1").arg(wanted)};
-    const RecordedBox& box = m_platform->m_boxes[m_boxesSeen];
+    const RecordedBox& box = m_platform->boxes[m_boxesSeen];
     const bool textOk = text.contains ? box.text.contains(text.text) : box.text == text.text;
     if (!textOk || box.style != s || box.buttons != b || box.title != title)
         throw Failure{QStringLiteral("the next message box is %1; expected %2").arg(Box_Text(box), wanted)};

@@ -23,7 +23,7 @@ Player::Player(const QString& fileName, bool verbose, QTextStream& out, QTextStr
     m_oldCwd = QDir::currentPath();
     QDir::setCurrent(m_workDir->path());
     if (m_verbose)
-        m_platform->m_onEvent = [this](const QString& line) {
+        m_platform->onEvent = [this](const QString& line) {
             // Log lines written before this event come first, so the transcript keeps their order.
             Echo_Log();
             Say(QStringLiteral("    ") + line);
@@ -206,8 +206,8 @@ int Player::Play(const std::vector<Command>& commands, int lastLine) {
         }
         if (m_verbose)
             Echo_Log();
-        if (failure.isEmpty() && !m_platform->m_failure.isEmpty())
-            failure = m_platform->m_failure;
+        if (failure.isEmpty() && !m_platform->failure.isEmpty())
+            failure = m_platform->failure;
         if (!failure.isEmpty()) {
             // One line, whatever the reason quotes from the program.
             failure.replace(u'\r', QStringLiteral("\\r")).replace(u'\n', QStringLiteral("\\n"));
@@ -217,11 +217,11 @@ int Player::Play(const std::vector<Command>& commands, int lastLine) {
         }
     }
     // Every box the scenario caused is part of what it tests.
-    if (m_boxesSeen < m_platform->m_boxes.size()) {
-        const RecordedBox& b = m_platform->m_boxes[m_boxesSeen];
+    if (m_boxesSeen < m_platform->boxes.size()) {
+        const RecordedBox& b = m_platform->boxes[m_boxesSeen];
         m_err << m_fileName << ':' << lastLine
               << ": a message box was shown and never expected: " << Quoted_Text(b.text) << " ("
-              << (m_platform->m_boxes.size() - m_boxesSeen - 1) << " more after it)" << '\n';
+              << (m_platform->boxes.size() - m_boxesSeen - 1) << " more after it)" << '\n';
         m_err.flush();
         return 1;
     }

@@ -55,7 +55,7 @@ void Player::Cmd_Sql(const Command& c) {
 
 void Player::Cmd_User(const Command& c) {
     Need_Args(c, 1, 1, "user NAME");
-    m_platform->m_userName = c.words[1].text;
+    m_platform->userName = c.words[1].text;
 }
 
 void Player::Cmd_Now(const Command& c) {
@@ -66,22 +66,22 @@ void Player::Cmd_Now(const Command& c) {
     const QDateTime t = QDateTime::fromString(text, QStringLiteral("yyyy-MM-dd HH:mm:ss"));
     if (!t.isValid())
         throw Failure{QStringLiteral("\"%1\" is not a time as YYYY-MM-DD HH:MM:SS").arg(text)};
-    m_platform->m_now = t;
+    m_platform->now = t;
 }
 
 void Player::Cmd_Instance(const Command& c) {
     Need_Args(c, 1, 1, "instance running");
     if (!c.words[1].Is("running"))
         throw Failure{QStringLiteral("write: instance running")};
-    m_platform->m_instanceRunning = true;
+    m_platform->instanceRunning = true;
 }
 
 void Player::Cmd_Wow64(const Command& c) {
     Need_Args(c, 1, 1, "wow64 on|off");
     if (c.words[1].Is("on"))
-        m_platform->m_wow64 = true;
+        m_platform->wow64 = true;
     else if (c.words[1].Is("off"))
-        m_platform->m_wow64 = false;
+        m_platform->wow64 = false;
     else
         throw Failure{QStringLiteral("wow64 takes on or off")};
 }
@@ -90,7 +90,7 @@ void Player::Cmd_Provider(const Command& c) {
     Need_Args(c, 1, 1, "provider missing");
     if (!c.words[1].Is("missing"))
         throw Failure{QStringLiteral("write: provider missing")};
-    m_platform->m_providerMissing = true;
+    m_platform->providerMissing = true;
 }
 
 QString Machine_Key(const QString& keyPath) {
@@ -123,7 +123,7 @@ void Player::Cmd_Http(const Command& c) {
         if (c.words.size() == 3)
             a.body = c.words[2].bytes;
     }
-    m_platform->m_httpAnswers.push_back(a);
+    m_platform->httpAnswers.push_back(a);
 }
 
 void Player::Cmd_Write(const Command& c) {

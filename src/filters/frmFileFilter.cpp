@@ -4,33 +4,27 @@ namespace hv {
 
 namespace {
 SingleListPageDesign Design() {
-    return {"frmFileFilter",
-            &rulelists::File(),
-            QStringLiteral("File Filter - "),
-            QStringLiteral("File Filter"),
-            "chkEnableFileFilter",
-            "frameFileFilter",
-            "lblFileExtension",
-            "txtFileExtension",
-            "lvwFileFilter",
-            "ilsFileFilter",
-            QStringLiteral("Enable File Filter"),
-            QStringLiteral("File Filter"),
-            QStringLiteral("Enter File Extension(Eg: .zip,.exe):"),
-            QStringLiteral("Click to enable or disable the File Filter"),
-            QStringLiteral(
+    return {.formName = "frmFileFilter",
+            .list = &rulelists::File(),
+            .captionPrefix = QStringLiteral("File Filter - "),
+            .featureWords = QStringLiteral("File Filter"),
+            .checkName = "chkEnableFileFilter",
+            .frameName = "frameFileFilter",
+            .labelName = "lblFileExtension",
+            .textName = "txtFileExtension",
+            .listName = "lvwFileFilter",
+            .imagesName = "ilsFileFilter",
+            .checkCaption = QStringLiteral("Enable File Filter"),
+            .frameCaption = QStringLiteral("File Filter"),
+            .labelCaption = QStringLiteral("Enter File Extension(Eg: .zip,.exe):"),
+            .checkToolTip = QStringLiteral("Click to enable or disable the File Filter"),
+            .textToolTip = QStringLiteral(
                 "Type file extensions that are to be blocked from downloading (eg: .zip, .exe, .jpg, .bmp)"),
-            QStringLiteral("Export Blocked Extensions to a text file"),
-            QStringLiteral("Import Blocked Extensions from a text file")};
+            .exportToolTip = QStringLiteral("Export Blocked Extensions to a text file"),
+            .importToolTip = QStringLiteral("Import Blocked Extensions from a text file")};
 }
 } // namespace
 
-frmFileFilter::frmFileFilter()
-    : SingleListPage(Design()), chkEnableFileFilter(chkEnable), frameFileFilter(frame),
-      lblFileExtension(lblPrompt), txtFileExtension(txtRule), lvwFileFilter(lvwRules),
-      ilsFileFilter(ilsPage) {
-    connect(chkEnableFileFilter, &ui::CheckBox::Click, this, &frmFileFilter::chkEnableFileFilter_Click);
-    connect(lvwFileFilter, &ui::ListView::AfterLabelEdit, this, &frmFileFilter::lvwFileFilter_AfterLabelEdit);
-}
+frmFileFilter::frmFileFilter() : SingleListPage(Design()) {}
 
 } // namespace hv

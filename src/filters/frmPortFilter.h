@@ -10,6 +10,10 @@ class frmPortFilter final : public RuleListPage {
 public:
     frmPortFilter();
 
+protected:
+    void Form_Load() override;
+
+private:
     ui::Label* lblSelectFilterType;
     ui::ComboBox* cboFilterType;
     ui::CheckBox* chkEnablePortFilter;
@@ -53,10 +57,6 @@ public:
     void Load_Port_Filters() { Load_Ports(0, lvwPortFilter); }
     void Load_Port_Blocks() { Load_Ports(1, lvwPortBlocking); }
 
-protected:
-    void Form_Load() override;
-
-private:
     void Init_Columns();
     void Set_Tool_Tips();
     void Set_Controls_Enabled();
@@ -76,7 +76,9 @@ private:
     void Add_Port_Rule(const Frame& frame);
     void Load_Ports(long kind, ui::ListView* list);
     void Copy_Settings();
-    static ColumnAllowance Allowance(ui::ListView* list) { return ColumnAllowance{list, 2, 20, false}; }
+    static ColumnAllowance Allowance(ui::ListView* list) {
+        return ColumnAllowance{.list = list, .column = 2, .limit = 20, .cumulative = false};
+    }
     struct FrameControls {
         QGroupBox* frame;
         ui::ComboBox* filter;

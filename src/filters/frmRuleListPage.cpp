@@ -76,7 +76,8 @@ void Remove_Selected_Rows(ui::ListView* list, const QString& question, const cha
 
 RuleList::RuleList(const RuleListSpec& s, ui::TextBox* text, ui::ListView* list, CommonDialog* dialog)
     : spec(s), txt(text), lvw(list), dlg(dialog) {
-    allowance = ColumnAllowance{list, 1, s.limit, s.cumulativeAllowance};
+    allowance =
+        ColumnAllowance{.list = list, .column = 1, .limit = s.limit, .cumulative = s.cumulativeAllowance};
     duplicates.push_back(Duplicate{list, s.words.addExists, s.words.editExists});
 }
 
@@ -392,23 +393,23 @@ RuleListPage::Panel RuleListPage::Build_Panel(const PanelNames& n, const QString
     return p;
 }
 
-void RuleListPage::Wire_Panel(const Panel& p, std::function<void()> add, std::function<void()> edit,
-                              std::function<void()> remove, std::function<void()> importFile,
-                              std::function<void()> exportFile, std::function<void()> copySettings) {
-    ui::Set_KeyPress(p.txt, [add](int& KeyAscii) {
+void RuleListPage::Wire_Panel(const Panel& p, RuleList& list) {
+    ui::Set_KeyPress(p.txt, [&list](int& KeyAscii) {
         if (KeyAscii == 13) {
             KeyAscii = 0;
-            add();
+            list.Add();
         }
     });
-    connect(p.add, &ui::CommandButton::Click, this, add);
-    connect(p.edit, &ui::CommandButton::Click, this, edit);
-    connect(p.remove, &ui::CommandButton::Click, this, remove);
+    connect(p.add, &ui::CommandButton::Click, this, [&list] { list.Add(); });
+    connect(p.edit, &ui::CommandButton::Click, this, [&list] { list.Edit(); });
+    connect(p.remove, &ui::CommandButton::Click, this, [&list] { list.Remove(); });
     if (p.importButton)
-        connect(p.importButton, &ui::CommandButton::Click, this, importFile);
+        connect(p.importButton, &ui::CommandButton::Click, this, [&list] { list.Import(); });
     if (p.exportButton)
-        connect(p.exportButton, &ui::CommandButton::Click, this, exportFile);
-    connect(p.copySettings, &ui::CommandButton::Click, this, copySettings);
+        connect(p.exportButton, &ui::CommandButton::Click, this, [&list] { list.Export(); });
+    connect(p.copySettings, &ui::CommandButton::Click, this, [&list] { list.Copy_Settings(); });
+    connect(p.lvw, &ui::ListView::AfterLabelEdit, this,
+            [&list](int& Cancel, QString& NewString) { list.After_Label_Edit(Cancel, NewString); });
 }
 
 } // namespace hv

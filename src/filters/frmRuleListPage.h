@@ -132,11 +132,9 @@ protected:
     Panel Build_Panel(const PanelNames& names, const QString& frameCaption, const QString& labelCaption,
                       const RuleListSpec& spec, ui::ImageList* images, QWidget* parent,
                       const char* containerName = nullptr);
-    // Wires a panel's controls: Enter in the text box adds, the buttons call their handlers. The list's
-    // after-label-edit event goes to the page's handler named after the list.
-    void Wire_Panel(const Panel& panel, std::function<void()> add, std::function<void()> edit,
-                    std::function<void()> remove, std::function<void()> importFile,
-                    std::function<void()> exportFile, std::function<void()> copySettings);
+    // Wires a panel's controls to its list: Enter in the text box adds, the buttons and the list's
+    // after-label-edit event run the list's operations.
+    void Wire_Panel(const Panel& panel, RuleList& list);
 };
 
 } // namespace hv

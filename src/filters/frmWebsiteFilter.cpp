@@ -18,47 +18,43 @@ frmWebsiteFilter::frmWebsiteFilter()
     : RuleListPage(QStringLiteral("frmWebsiteFilter")),
       ilsWebSiteFilter(Make_Image_List(QStringLiteral("ilsWebSiteFilter"),
                                        {rulelists::Black().iconKey, rulelists::White().iconKey})),
-      m_blackPanel(Build_Panel(
-          {"fraBlackList", "lblBlackURL", "txtBlackUrl", "cmdBlackAdd", "cmdBlackEdit", "cmdBlackRemove",
-           "cmdURLBLImport", "cmdURLBLExport", "cmdBLCopySettings", "lvwBlackList"},
-          kBlackList, kEnterUrl, rulelists::Black(), ilsWebSiteFilter, this, "picBlacklistContainer")),
-      m_whitePanel(Build_Panel(
-          {"fraWhiteList", "lblWhitelistUrl", "txtWhiteUrl", "cmdWhiteAdd", "cmdWhiteEdit", "cmdWhiteRemove",
-           "cmdURLWLImport", "cmdURLWLExport", "cmdWLCopySettings", "lvwWhiteList"},
-          kWhiteList, kEnterUrl, rulelists::White(), ilsWebSiteFilter, this, "picWhitelistContainer")),
+      m_blackPanel(Build_Panel({.frame = "fraBlackList",
+                                .label = "lblBlackURL",
+                                .text = "txtBlackUrl",
+                                .add = "cmdBlackAdd",
+                                .edit = "cmdBlackEdit",
+                                .remove = "cmdBlackRemove",
+                                .importButton = "cmdURLBLImport",
+                                .exportButton = "cmdURLBLExport",
+                                .copySettings = "cmdBLCopySettings",
+                                .list = "lvwBlackList"},
+                               kBlackList, kEnterUrl, rulelists::Black(), ilsWebSiteFilter, this,
+                               "picBlacklistContainer")),
+      m_whitePanel(Build_Panel({.frame = "fraWhiteList",
+                                .label = "lblWhitelistUrl",
+                                .text = "txtWhiteUrl",
+                                .add = "cmdWhiteAdd",
+                                .edit = "cmdWhiteEdit",
+                                .remove = "cmdWhiteRemove",
+                                .importButton = "cmdURLWLImport",
+                                .exportButton = "cmdURLWLExport",
+                                .copySettings = "cmdWLCopySettings",
+                                .list = "lvwWhiteList"},
+                               kWhiteList, kEnterUrl, rulelists::White(), ilsWebSiteFilter, this,
+                               "picWhitelistContainer")),
       m_black(rulelists::Black(), m_blackPanel.txt, m_blackPanel.lvw, &cmnBLDilog),
       m_white(rulelists::White(), m_whitePanel.txt, m_whitePanel.lvw, &cmnWLDilog) {
-    fraBlackList = m_blackPanel.frame;
-    lblBlackURL = m_blackPanel.label;
-    txtBlackUrl = m_blackPanel.txt;
-    cmdBlackAdd = m_blackPanel.add;
-    cmdBlackEdit = m_blackPanel.edit;
-    cmdBlackRemove = m_blackPanel.remove;
-    cmdURLBLImport = m_blackPanel.importButton;
-    cmdURLBLExport = m_blackPanel.exportButton;
-    cmdBLCopySettings = m_blackPanel.copySettings;
-    lvwBlackList = m_blackPanel.lvw;
-    fraWhiteList = m_whitePanel.frame;
-    lblWhitelistUrl = m_whitePanel.label;
-    txtWhiteUrl = m_whitePanel.txt;
-    cmdWhiteAdd = m_whitePanel.add;
-    cmdWhiteEdit = m_whitePanel.edit;
-    cmdWhiteRemove = m_whitePanel.remove;
-    cmdURLWLImport = m_whitePanel.importButton;
-    cmdURLWLExport = m_whitePanel.exportButton;
-    cmdWLCopySettings = m_whitePanel.copySettings;
-    lvwWhiteList = m_whitePanel.lvw;
 
     // Each Add and Edit looks in both lists, the black list first; the words depend on the list that is
     // being changed.
     m_black.duplicates = {
-        {lvwBlackList, QStringLiteral("URL already exist!."), QStringLiteral("URL already exist!.")},
-        {lvwWhiteList, QStringLiteral("URL already exist in White List!."),
+        {m_blackPanel.lvw, QStringLiteral("URL already exist!."), QStringLiteral("URL already exist!.")},
+        {m_whitePanel.lvw, QStringLiteral("URL already exist in White List!."),
          QStringLiteral("URL already exist in White List!.")}};
     m_white.duplicates = {
-        {lvwBlackList, QStringLiteral("URL already exist in Black List!."),
+        {m_blackPanel.lvw, QStringLiteral("URL already exist in Black List!."),
          QStringLiteral("URL already exist in Black List!.")},
-        {lvwWhiteList, QStringLiteral("URL already exist!."), QStringLiteral("URL already exist!.")}};
+        {m_whitePanel.lvw, QStringLiteral("URL already exist!."), QStringLiteral("URL already exist!.")}};
     m_black.addNeedsConnection = true;
     for (RuleList* list : {&m_black, &m_white}) {
         list->enableAll = [this](bool on) { Enable_All_Controls(on); };
@@ -80,25 +76,15 @@ frmWebsiteFilter::frmWebsiteFilter()
     top->addStretch(1);
     top->addWidget(chkEnableUrlFilter);
     layout->addLayout(top);
-    layout->addWidget(fraBlackList);
-    layout->addWidget(fraWhiteList);
+    layout->addWidget(m_blackPanel.frame);
+    layout->addWidget(m_whitePanel.frame);
     auto* bottom = new QHBoxLayout;
     bottom->addStretch(1);
     bottom->addWidget(cmdClose);
     layout->addLayout(bottom);
 
-    Wire_Panel(
-        m_blackPanel, [this] { cmdBlackAdd_Click(); }, [this] { cmdBlackEdit_Click(); },
-        [this] { cmdBlackRemove_Click(); }, [this] { cmdURLBLImport_Click(); },
-        [this] { cmdURLBLExport_Click(); }, [this] { cmdBLCopySettings_Click(); });
-    Wire_Panel(
-        m_whitePanel, [this] { cmdWhiteAdd_Click(); }, [this] { cmdWhiteEdit_Click(); },
-        [this] { cmdWhiteRemove_Click(); }, [this] { cmdURLWLImport_Click(); },
-        [this] { cmdURLWLExport_Click(); }, [this] { cmdWLCopySettings_Click(); });
-    connect(lvwBlackList, &ui::ListView::AfterLabelEdit, this,
-            &frmWebsiteFilter::lvwBlackList_AfterLabelEdit);
-    connect(lvwWhiteList, &ui::ListView::AfterLabelEdit, this,
-            &frmWebsiteFilter::lvwWhiteList_AfterLabelEdit);
+    Wire_Panel(m_blackPanel, m_black);
+    Wire_Panel(m_whitePanel, m_white);
     connect(chkEnableUrlFilter, &ui::CheckBox::Click, this, &frmWebsiteFilter::chkEnableUrlFilter_Click);
     connect(cboUrlType, &ui::ComboBox::Click, this, &frmWebsiteFilter::cboUrlType_Click);
     connect(cmdClose, &ui::CommandButton::Click, this, [this] { cmdClose_Click(); });
@@ -108,8 +94,8 @@ void frmWebsiteFilter::Form_Load() {
     Guarded([this] {
         Init_Columns();
         Set_Tool_Tips();
-        Load_White_List();
-        Load_Black_List();
+        m_white.Load_List();
+        m_black.Load_List();
         Set_Controls_Enabled();
         const Subject subject = Current_Subject();
         long internet = 0;
@@ -132,19 +118,20 @@ void frmWebsiteFilter::Init_Columns() {
 
 void frmWebsiteFilter::Set_Tool_Tips() {
     chkEnableUrlFilter->setToolTip(QStringLiteral("Click to enable or disable the Website Filter"));
-    txtBlackUrl->setToolTip(
+    m_blackPanel.txt->setToolTip(
         QStringLiteral("Type the URLs that are to be blocked (eg: .example.com, .example.org)"));
-    txtWhiteUrl->setToolTip(QStringLiteral(
+    m_whitePanel.txt->setToolTip(QStringLiteral(
         "Type the URLs that are allowed when the internet is off (eg: .example.com, .example.org)"));
-    cmdURLBLImport->setToolTip(QStringLiteral("Import Blocked URLs from a file"));
-    cmdURLWLImport->setToolTip(QStringLiteral("Import White List URLs from a file"));
-    cmdURLBLExport->setToolTip(QStringLiteral("Export Blocked URLs to a file"));
-    cmdURLWLExport->setToolTip(QStringLiteral("Export White List URLs to a file"));
+    m_blackPanel.importButton->setToolTip(QStringLiteral("Import Blocked URLs from a file"));
+    m_whitePanel.importButton->setToolTip(QStringLiteral("Import White List URLs from a file"));
+    m_blackPanel.exportButton->setToolTip(QStringLiteral("Export Blocked URLs to a file"));
+    m_whitePanel.exportButton->setToolTip(QStringLiteral("Export White List URLs to a file"));
 }
 
 void frmWebsiteFilter::Set_Controls_Enabled() {
-    Enable_Unless_Remote({txtBlackUrl, cmdBlackAdd, cmdBlackEdit, cmdBlackRemove, cmdURLBLImport, txtWhiteUrl,
-                          cmdWhiteAdd, cmdWhiteEdit, cmdWhiteRemove, cmdURLWLImport, chkEnableUrlFilter});
+    Enable_Unless_Remote({m_blackPanel.txt, m_blackPanel.add, m_blackPanel.edit, m_blackPanel.remove,
+                          m_blackPanel.importButton, m_whitePanel.txt, m_whitePanel.add, m_whitePanel.edit,
+                          m_whitePanel.remove, m_whitePanel.importButton, chkEnableUrlFilter});
 }
 
 void frmWebsiteFilter::Load_Pictures() {
@@ -154,9 +141,11 @@ void frmWebsiteFilter::Load_Pictures() {
 
 void frmWebsiteFilter::Enable_All_Controls(bool on) {
     for (QWidget* w : std::initializer_list<QWidget*>{
-             cboUrlType, txtBlackUrl, txtWhiteUrl, cmdBlackAdd, cmdWhiteAdd, cmdBlackEdit, cmdWhiteEdit,
-             cmdBlackRemove, cmdWhiteRemove, cmdBLCopySettings, cmdWLCopySettings, cmdURLBLImport,
-             cmdURLWLImport, cmdURLBLExport, cmdURLWLExport, chkEnableUrlFilter, cmdClose})
+             cboUrlType, m_blackPanel.txt, m_whitePanel.txt, m_blackPanel.add, m_whitePanel.add,
+             m_blackPanel.edit, m_whitePanel.edit, m_blackPanel.remove, m_whitePanel.remove,
+             m_blackPanel.copySettings, m_whitePanel.copySettings, m_blackPanel.importButton,
+             m_whitePanel.importButton, m_blackPanel.exportButton, m_whitePanel.exportButton,
+             chkEnableUrlFilter, cmdClose})
         w->setEnabled(on);
 }
 
@@ -167,11 +156,11 @@ void frmWebsiteFilter::chkEnableUrlFilter_Click() {
 void frmWebsiteFilter::cboUrlType_Click() {
     // The selector only chooses what is seen.
     if (cboUrlType->Text() == kWhiteList) {
-        fraWhiteList->setVisible(true);
-        fraBlackList->setVisible(false);
+        m_whitePanel.frame->setVisible(true);
+        m_blackPanel.frame->setVisible(false);
     } else if (cboUrlType->Text() == kBlackList) {
-        fraBlackList->setVisible(true);
-        fraWhiteList->setVisible(false);
+        m_blackPanel.frame->setVisible(true);
+        m_whitePanel.frame->setVisible(false);
     }
 }
 

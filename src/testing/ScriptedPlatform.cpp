@@ -52,7 +52,7 @@ QString Answer_Word(MsgAnswer a) {
 } // namespace
 
 ScriptedPlatform::ScriptedPlatform(const QString& windowsDir, const QString& appDir)
-    : m_now(QDate(2026, 1, 15), QTime(10, 0, 0)) {
+    : now(QDate(2026, 1, 15), QTime(10, 0, 0)) {
     if (windowsDir.isEmpty()) {
         m_ownWindowsDir =
             std::make_unique<QTemporaryDir>(QDir::tempPath() + QStringLiteral("/hv-windows-XXXXXX"));
@@ -81,27 +81,27 @@ MsgAnswer ScriptedPlatform::MsgBox(const QString& text, MsgStyle style, MsgButto
     if (buttons == MsgButtons::OK) {
         // A box with only OK answers itself; an OK queued for it is taken so that it does not wait for
         // the next question.
-        if (!m_answers.empty() && m_answers.front() == MsgAnswer::OK)
-            m_answers.pop_front();
+        if (!answers.empty() && answers.front() == MsgAnswer::OK)
+            answers.pop_front();
     } else {
-        if (m_answers.empty()) {
+        if (answers.empty()) {
             answer = MsgAnswer::No;
-            if (m_failure.isEmpty())
-                m_failure = QStringLiteral("unanswered question: ") + Quoted_Text(text);
+            if (failure.isEmpty())
+                failure = QStringLiteral("unanswered question: ") + Quoted_Text(text);
         } else {
-            answer = m_answers.front();
-            m_answers.pop_front();
+            answer = answers.front();
+            answers.pop_front();
             if (answer != MsgAnswer::Yes && answer != MsgAnswer::No) {
-                if (m_failure.isEmpty())
-                    m_failure = QStringLiteral("the queued answer %1 does not fit a Yes/No question: %2")
+                if (failure.isEmpty())
+                    failure = QStringLiteral("the queued answer %1 does not fit a Yes/No question: %2")
                                     .arg(Answer_Word(answer), Quoted_Text(text));
                 answer = MsgAnswer::No;
             }
         }
     }
-    m_boxes.push_back(RecordedBox{text, style, buttons, title, answer});
-    if (m_onEvent)
-        m_onEvent(QStringLiteral("msgbox %1 %2 %3 %4 -> %5")
+    boxes.push_back(RecordedBox{text, style, buttons, title, answer});
+    if (onEvent)
+        onEvent(QStringLiteral("msgbox %1 %2 %3 %4 -> %5")
                       .arg(Style_Word(style),
                            buttons == MsgButtons::YesNo ? QStringLiteral("yesno") : QStringLiteral("ok"),
                            Quoted_Text(text), Quoted_Text(title), Answer_Word(answer)));
@@ -109,16 +109,16 @@ MsgAnswer ScriptedPlatform::MsgBox(const QString& text, MsgStyle style, MsgButto
 }
 
 FileDialogAnswer ScriptedPlatform::FileDialog(const FileDialogRequest& request) {
-    m_dialogs.push_back(request);
+    dialogs.push_back(request);
     FileDialogAnswer answer;
-    if (m_dialogAnswers.empty()) {
-        if (m_failure.isEmpty())
-            m_failure = QStringLiteral("unanswered file dialog: ") + Quoted_Text(request.title);
+    if (dialogAnswers.empty()) {
+        if (failure.isEmpty())
+            failure = QStringLiteral("unanswered file dialog: ") + Quoted_Text(request.title);
     } else {
-        answer = m_dialogAnswers.front();
-        m_dialogAnswers.pop_front();
+        answer = dialogAnswers.front();
+        dialogAnswers.pop_front();
     }
-    if (m_onEvent) {
+    if (onEvent) {
         QString result;
         if (answer.cancelled)
             result = QStringLiteral("cancel");
@@ -126,7 +126,7 @@ FileDialogAnswer ScriptedPlatform::FileDialog(const FileDialogRequest& request) 
             result = Quoted_Text(answer.directory) + u' ' + answer.files.join(u' ');
         else
             result = answer.files.join(u' ');
-        m_onEvent(QStringLiteral("dialog %1 %2 -> %3")
+        onEvent(QStringLiteral("dialog %1 %2 -> %3")
                       .arg(request.save ? QStringLiteral("save") : QStringLiteral("open"),
                            Quoted_Text(request.title), result));
     }
@@ -134,16 +134,16 @@ FileDialogAnswer ScriptedPlatform::FileDialog(const FileDialogRequest& request) 
 }
 
 bool ScriptedPlatform::Shell_Open(const QString& target) {
-    m_launched << target;
-    if (m_onEvent)
-        m_onEvent(QStringLiteral("open ") + Quoted_Text(target));
+    launched << target;
+    if (onEvent)
+        onEvent(QStringLiteral("open ") + Quoted_Text(target));
     return true;
 }
 
 bool ScriptedPlatform::Start_Program(const QString& commandLine, bool hidden) {
-    m_launched << commandLine;
-    if (m_onEvent)
-        m_onEvent(QStringLiteral("start program%1 %2")
+    launched << commandLine;
+    if (onEvent)
+        onEvent(QStringLiteral("start program%1 %2")
                       .arg(hidden ? QStringLiteral(" (hidden)") : QString(), Quoted_Text(commandLine)));
     return true;
 }
@@ -153,21 +153,21 @@ Registry& ScriptedPlatform::Registry_Root() {
 }
 
 QString ScriptedPlatform::Provider_Library_Path() {
-    if (m_providerMissing)
+    if (providerMissing)
         return m_appDir + QStringLiteral("/hvsock-missing/hvsock.so");
     return QStringLiteral(HV_PROVIDER_BUILD_PATH);
 }
 
 HttpAnswer ScriptedPlatform::Http_Get(const QString& url, int timeoutMs) {
     (void)timeoutMs;
-    m_httpRequests << url;
+    httpRequests << url;
     HttpAnswer answer;
-    if (!m_httpAnswers.empty()) {
-        answer = m_httpAnswers.front();
-        m_httpAnswers.pop_front();
+    if (!httpAnswers.empty()) {
+        answer = httpAnswers.front();
+        httpAnswers.pop_front();
     }
-    if (m_onEvent)
-        m_onEvent(QStringLiteral("http GET %1 -> %2")
+    if (onEvent)
+        onEvent(QStringLiteral("http GET %1 -> %2")
                       .arg(Quoted_Text(url), answer.reached ? QString::number(answer.status) + u' ' +
                                                                   Quoted_Text(QString::fromUtf8(answer.body))
                                                             : QStringLiteral("unreachable")));
@@ -175,7 +175,7 @@ HttpAnswer ScriptedPlatform::Http_Get(const QString& url, int timeoutMs) {
 }
 
 void ScriptedPlatform::Do_Events() {
-    ++m_doEvents;
+    ++doEvents;
     if (QCoreApplication::instance())
         QCoreApplication::processEvents();
 }

@@ -42,33 +42,33 @@ public:
     QString Windows_Directory() override { return m_windowsDir; }
     QString App_Path() override { return m_appDir; }
     QString App_Exe_Name() override { return QStringLiteral("halvenorts"); }
-    QString User_Name() override { return m_userName; }
-    QDateTime Now() override { return m_now; }
-    bool Is_Wow64() override { return m_wow64; }
-    bool Previous_Instance_Running() override { return m_instanceRunning; }
+    QString User_Name() override { return userName; }
+    QDateTime Now() override { return now; }
+    bool Is_Wow64() override { return wow64; }
+    bool Previous_Instance_Running() override { return instanceRunning; }
     void Do_Events() override;
     bool Interactive() const override { return false; }
 
     // The world.
-    QString m_userName = QStringLiteral("Administrator");
-    QDateTime m_now; // default 2026-01-15 10:00:00
-    bool m_wow64 = false;
-    bool m_instanceRunning = false;
-    bool m_providerMissing = false;
-    std::deque<MsgAnswer> m_answers;              // for boxes that ask (Yes/No)
-    std::deque<FileDialogAnswer> m_dialogAnswers; // for file dialogs
-    std::deque<HttpAnswer> m_httpAnswers;         // an empty queue: unreachable
+    QString userName = QStringLiteral("Administrator");
+    QDateTime now; // default 2026-01-15 10:00:00
+    bool wow64 = false;
+    bool instanceRunning = false;
+    bool providerMissing = false;
+    std::deque<MsgAnswer> answers;              // for boxes that ask (Yes/No)
+    std::deque<FileDialogAnswer> dialogAnswers; // for file dialogs
+    std::deque<HttpAnswer> httpAnswers;         // an empty queue: unreachable
 
     // What happened.
-    std::vector<RecordedBox> m_boxes;
-    std::vector<FileDialogRequest> m_dialogs;
-    QStringList m_launched; // documents, URLs, mail addresses and command lines
-    QStringList m_httpRequests;
-    int m_doEvents = 0;
+    std::vector<RecordedBox> boxes;
+    std::vector<FileDialogRequest> dialogs;
+    QStringList launched; // documents, URLs, mail addresses and command lines
+    QStringList httpRequests;
+    int doEvents = 0;
     // Set when a question or file dialog found no queued answer (the box is recorded, No/Cancel given).
-    QString m_failure;
+    QString failure;
     // Called for every box, dialog and launch as it happens (the driver's transcript).
-    std::function<void(const QString&)> m_onEvent;
+    std::function<void(const QString&)> onEvent;
 
 private:
     std::unique_ptr<QTemporaryDir> m_ownWindowsDir, m_ownAppDir;

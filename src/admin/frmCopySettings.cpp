@@ -107,6 +107,8 @@ void frmCopySettings::Show_This_Form(const QString& strFeature, QWidget* owner) 
 
 void frmCopySettings::Form_Load() {
     Guarded([this] {
+        // Shown without a feature to tick (from outside the console's menus), the page still offers all.
+        Fill_Features_In_Listview();
         Set_Form_Caption();
         Fill_Users_In_ComboBox();
         Set_Controls_Enabled();

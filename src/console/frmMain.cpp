@@ -1,6 +1,7 @@
 #include "console/frmMain.h"
 
 #include "console/modProgram.h"
+#include "console/modProviders.h"
 #include "core/WebSite.h"
 #include "core/clsLog.h"
 #include "platform/Err.h"
@@ -418,8 +419,15 @@ void frmMain::sbrMain_PanelClick(int panel) {
 }
 
 void frmMain::tmrMain_Timer() {
-    // The one-shot start-up check: two seconds after the start, never again.
+    // The one-shot start-up check: two seconds after the start, never again. The timer stops before the
+    // check, as its box would otherwise let the timer fire again while it is open.
     tmrMain->Set_Enabled(false);
+    Guarded([&] {
+        const Filter_Health health = Filter_Health_Report(Check_Filters_Installed());
+        if (health.showBox)
+            MsgBox(health.text, MsgStyle::Exclamation);
+        Log_Event(health.text, 1, true);
+    });
 }
 
 } // namespace hv

@@ -88,11 +88,6 @@ const Feature* Find_Feature(int list, int tag) {
     return nullptr;
 }
 
-// The site's fixed paths after the host.
-const char* const kProductPath = "/halvenor-terminal-server";
-const char* const kFaqPath = "/halvenorts-faqs.html?sr=hvts";
-const char* const kProductsPath = "/products.html?sr=hvts";
-
 } // namespace
 
 // ---- the menu
@@ -207,7 +202,7 @@ void frmMain::mnuUnInstall_Click() {
     if (MsgBox(QStringLiteral("Are you sure you want to Uninstall the HalvenorTS?"), MsgStyle::Information,
                MsgButtons::YesNo) != MsgAnswer::Yes)
         return;
-    platform().Shell_Open(platform().App_Path() + QStringLiteral("/unins000.exe"));
+    Open_Document(platform().App_Path() + QStringLiteral("/unins000.exe"));
     Unload();
 }
 
@@ -277,7 +272,7 @@ void frmMain::mnuOnline_Click() {
     platform().Shell_Open(Web_Url(QLatin1String(kProductPath)));
 }
 void frmMain::mnuSupport_Click() {
-    platform().Shell_Open(QStringLiteral("mailto:") + QLatin1String(kSupportMail));
+    platform().Shell_Open(Mail_To(kSupportMail));
 }
 void frmMain::mnuProducts_Click() {
     platform().Shell_Open(Web_Url(QLatin1String(kProductsPath)));

@@ -2,6 +2,7 @@
 
 #include "console/modProgram.h"
 #include "console/modProviders.h"
+#include "core/Version.h"
 #include "core/WebSite.h"
 #include "core/clsLog.h"
 #include "platform/Err.h"
@@ -269,10 +270,7 @@ void frmMain::Form_Load() {
         Get_Internet_Mode();
         Set_Colours();
 
-        sbrMain->Panel(1)->Set_Caption(QStringLiteral("Version: %1.%2 Revision: %3")
-                                           .arg(HV_VERSION_MAJOR)
-                                           .arg(HV_VERSION_MINOR)
-                                           .arg(HV_VERSION_REVISION));
+        sbrMain->Panel(1)->Set_Caption(Version_Caption());
     });
 }
 

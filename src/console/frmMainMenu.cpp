@@ -1,7 +1,9 @@
 // The launcher half of the main console: the menu, the feature entries and what each of them opens.
 #include "console/frmMain.h"
 #include "console/modProviders.h"
+#include "console/modUpdate.h"
 #include "core/WebSite.h"
+#include "core/clsLog.h"
 #include "platform/Err.h"
 #include "platform/Platform.h"
 #include "ui/Forms.h"
@@ -278,7 +280,9 @@ void frmMain::mnuProducts_Click() {
     platform().Shell_Open(Web_Url(QLatin1String(kProductsPath)));
 }
 
-// The version service is asked only when the update check is in place; until then the item is inert.
-void frmMain::mnuCheckUpdates_Click() {}
+void frmMain::mnuCheckUpdates_Click() {
+    // No answer from the server is reported as the run-time error it is.
+    Guarded([] { Check_Updates(); });
+}
 
 } // namespace hv

@@ -10,6 +10,7 @@
 #include "store/modCommonFuns.h"
 #include "store/modDB.h"
 #include "store/modDBFunctions.h"
+#include "ui/WebLink.h"
 
 #include <QAbstractItemView>
 #include <QFrame>
@@ -408,12 +409,12 @@ void frmMain::lblInternetMode_Click() {
     mnuInternetScheduler_Click();
 }
 void frmMain::lblDescHeader_Click() {
-    platform().Shell_Open(Home_Site_Url());
+    ui::Open_Home_Site();
 }
 
 void frmMain::sbrMain_PanelClick(int panel) {
     if (panel == sbrMain->Panel_Count())
-        platform().Shell_Open(Home_Site_Url());
+        ui::Open_Home_Site();
 }
 
 void frmMain::tmrMain_Timer() {

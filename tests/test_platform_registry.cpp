@@ -32,6 +32,14 @@ TEST_F(PlatformRegistry, NamesAreFoundWithoutRegardToCaseAndValuesKeepTheirTypes
     ASSERT_TRUE(reg.Set_Dword(QStringLiteral("A\\B"), QStringLiteral("LoadAppInit_DLLs"), 4294967295u));
     EXPECT_EQ(reg.Get_Binary(QStringLiteral("A\\B"), QStringLiteral("PackedCatalogItem")), packed);
     EXPECT_EQ(reg.Get_Dword(QStringLiteral("A\\B"), QStringLiteral("LoadAppInit_DLLs")), 4294967295u);
+    const QStringList texts{QStringLiteral("a b"), QStringLiteral("c%00d")};
+    ASSERT_TRUE(reg.Set_Multi_String(QStringLiteral("A\\B"), QStringLiteral("List"), texts));
+    EXPECT_EQ(IniRegistry(File()).Get_Multi_String(QStringLiteral("a\\b"), QStringLiteral("list")), texts);
+    EXPECT_EQ(reg.Get_Value_Text(QStringLiteral("A\\B"), QStringLiteral("List")),
+              QString::fromUtf16(u"a b\0c%00d\0", 10));
+    QFile file(File());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(file.readAll().contains(char(0))); // a NUL is written escaped
     // A value read as another type is not there, as the registry's typed reads answer.
     EXPECT_FALSE(reg.Get_String(QStringLiteral("A\\B"), QStringLiteral("LoadAppInit_DLLs")).has_value());
 }

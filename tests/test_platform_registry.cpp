@@ -1,5 +1,6 @@
 // The registry stand-in: what the provider registration and its health check rely on.
 #include "platform/IniRegistry.h"
+#include "platform/WinSockCatalog.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -88,6 +89,36 @@ TEST_F(PlatformRegistry, KeysAreMadeWithTheirParentsAndListedOneLevelDown) {
         reg.Delete_Value(catalog + QStringLiteral("\\000000000001"), QStringLiteral("packedcatalogitem")));
     EXPECT_FALSE(
         reg.Delete_Value(catalog + QStringLiteral("\\000000000001"), QStringLiteral("PackedCatalogItem")));
+}
+
+} // namespace
+
+namespace {
+
+TEST(PlatformCatalog, TheProviderHasOneEntryBesideTheOthers) {
+    QTemporaryDir dir;
+    hv::IniRegistry reg(dir.path() + QStringLiteral("/registry.ini"));
+    const QString catalog = hv::Catalog_Key(false);
+    EXPECT_EQ(hv::Catalog_Key(true), catalog + QStringLiteral("64"));
+    const QString other = catalog + QStringLiteral("\\000000000005");
+    ASSERT_TRUE(
+        reg.Set_Binary(other, QStringLiteral("PackedCatalogItem"), "%SystemRoot%\\system32\\mswsock.dll"));
+
+    // A second install does not add a second entry; the new one is numbered after the highest.
+    hv::Add_Provider_Entry(reg, catalog);
+    hv::Add_Provider_Entry(reg, catalog);
+    EXPECT_EQ(reg.Enum_Keys(catalog),
+              (QStringList{QStringLiteral("000000000005"), QStringLiteral("000000000006")}));
+    EXPECT_TRUE(hv::Entry_Names_Provider(reg, catalog + QStringLiteral("\\000000000006")));
+    EXPECT_FALSE(hv::Entry_Names_Provider(reg, other));
+    EXPECT_FALSE(reg.Key_Exists(hv::Catalog_Key(true)));
+
+    // Removing takes every entry that names the library, in any case, and leaves the others.
+    ASSERT_TRUE(reg.Set_String(catalog + QStringLiteral("\\000000000009"),
+                               QStringLiteral("PackedCatalogItem"),
+                               QStringLiteral("C:\\WINDOWS\\HVSOCK.DLL")));
+    hv::Remove_Provider_Entries(reg, catalog);
+    EXPECT_EQ(reg.Enum_Keys(catalog), QStringList{QStringLiteral("000000000005")});
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "platform/qt/NetworkGet.h"
 
 #include <QEventLoop>
+#include <QCursor>
+#include <QGuiApplication>
 #include <QNetworkAccessManager>
 #include <QNetworkReply>
 #include <QNetworkRequest>
@@ -20,8 +22,15 @@ HttpAnswer Network_Get(const QString& url, int timeoutMs) {
     QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
     QObject::connect(&guard, &QTimer::timeout, &loop, &QEventLoop::quit);
     guard.start(timeoutMs);
-    if (!reply->isFinished())
+    if (!reply->isFinished()) {
+        // The user waits for an answer: the busy pointer says so while the windows keep painting.
+        const bool withPointer = qobject_cast<QGuiApplication*>(QCoreApplication::instance()) != nullptr;
+        if (withPointer)
+            QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
         loop.exec(QEventLoop::ExcludeUserInputEvents);
+        if (withPointer)
+            QGuiApplication::restoreOverrideCursor();
+    }
     if (!reply->isFinished()) {
         answer.timedOut = true;
         reply->abort();

@@ -111,7 +111,7 @@ void Set_AppInit_Values(bool on) {
     Registry& reg = platform().Registry_Root();
     const QString key = QLatin1String(kAppInitKey);
     // The old value is replaced whole: any other library named there is dropped.
-    reg.Set_String(key, QStringLiteral("AppInit_DLLs"), on ? QStringLiteral("hvsock.dll") : QString());
+    reg.Set_String(key, QStringLiteral("AppInit_DLLs"), on ? QLatin1String(kProviderLibraryName) : QString());
     if (on)
         reg.Set_Dword(key, QStringLiteral("LoadAppInit_DLLs"), 1);
 }

@@ -53,6 +53,7 @@ frmAbout::frmAbout() : ui::Form(QStringLiteral("frmAbout")) {
     layout->addLayout(top);
     layout->addLayout(bottom);
     setMinimumWidth(380);
+    setFixedSize(sizeHint());
 
     connect(cmdOK, &ui::CommandButton::Click, this, &frmAbout::cmdOK_Click);
     connect(picLogo, &ui::Label::Click, this, &frmAbout::picLogo_Click);

@@ -94,7 +94,7 @@ MsgAnswer ScriptedPlatform::MsgBox(const QString& text, MsgStyle style, MsgButto
             if (answer != MsgAnswer::Yes && answer != MsgAnswer::No) {
                 if (failure.isEmpty())
                     failure = QStringLiteral("the queued answer %1 does not fit a Yes/No question: %2")
-                                  .arg(Answer_Word(answer), Quoted_Text(text));
+                                    .arg(Answer_Word(answer), Quoted_Text(text));
                 answer = MsgAnswer::No;
             }
         }
@@ -102,9 +102,9 @@ MsgAnswer ScriptedPlatform::MsgBox(const QString& text, MsgStyle style, MsgButto
     boxes.push_back(RecordedBox{text, style, buttons, title, answer});
     if (onEvent)
         onEvent(QStringLiteral("msgbox %1 %2 %3 %4 -> %5")
-                    .arg(Style_Word(style),
-                         buttons == MsgButtons::YesNo ? QStringLiteral("yesno") : QStringLiteral("ok"),
-                         Quoted_Text(text), Quoted_Text(title), Answer_Word(answer)));
+                      .arg(Style_Word(style),
+                           buttons == MsgButtons::YesNo ? QStringLiteral("yesno") : QStringLiteral("ok"),
+                           Quoted_Text(text), Quoted_Text(title), Answer_Word(answer)));
     return answer;
 }
 
@@ -127,8 +127,8 @@ FileDialogAnswer ScriptedPlatform::FileDialog(const FileDialogRequest& request) 
         else
             result = answer.files.join(u' ');
         onEvent(QStringLiteral("dialog %1 %2 -> %3")
-                    .arg(request.save ? QStringLiteral("save") : QStringLiteral("open"),
-                         Quoted_Text(request.title), result));
+                      .arg(request.save ? QStringLiteral("save") : QStringLiteral("open"),
+                           Quoted_Text(request.title), result));
     }
     return answer;
 }
@@ -144,7 +144,7 @@ bool ScriptedPlatform::Start_Program(const QString& commandLine, bool hidden) {
     launched << commandLine;
     if (onEvent)
         onEvent(QStringLiteral("start program%1 %2")
-                    .arg(hidden ? QStringLiteral(" (hidden)") : QString(), Quoted_Text(commandLine)));
+                      .arg(hidden ? QStringLiteral(" (hidden)") : QString(), Quoted_Text(commandLine)));
     return true;
 }
 
@@ -169,9 +169,9 @@ HttpAnswer ScriptedPlatform::Http_Get(const QString& url, int timeoutMs) {
     }
     if (onEvent)
         onEvent(QStringLiteral("http GET %1 -> %2")
-                    .arg(Quoted_Text(url), answer.reached ? QString::number(answer.status) + u' ' +
-                                                                Quoted_Text(QString::fromUtf8(answer.body))
-                                                          : QStringLiteral("unreachable")));
+                      .arg(Quoted_Text(url), answer.reached ? QString::number(answer.status) + u' ' +
+                                                                  Quoted_Text(QString::fromUtf8(answer.body))
+                                                            : QStringLiteral("unreachable")));
     return answer;
 }
 

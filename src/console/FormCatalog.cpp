@@ -9,6 +9,7 @@
 #include "admin/frmCopySettings.h"
 #include "appcontrol/frmEXEBlocker.h"
 #include "appcontrol/frmWindowBlocker.h"
+#include "console/frmAbout.h"
 #include "console/frmMain.h"
 #include "filters/frmEmailFilter.h"
 #include "filters/frmFileFilter.h"
@@ -31,6 +32,7 @@ void Register_All_Forms() {
     Init_Console_Images();
     Add<frmLogin>("frmLogin");
     Add<frmMain>("frmMain");
+    Add<frmAbout>("frmAbout");
     Add<frmWebsiteFilter>("frmWebsiteFilter");
     Add<frmFileFilter>("frmFileFilter");
     Add<frmEmailFilter>("frmEmailFilter");

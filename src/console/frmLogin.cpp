@@ -2,11 +2,11 @@
 
 #include "console/frmMain.h"
 #include "console/modProgram.h"
-#include "core/WebSite.h"
 #include "platform/Platform.h"
 #include "store/modDB.h"
 #include "store/modDBFunctions.h"
 #include "ui/Forms.h"
+#include "ui/WebLink.h"
 
 #include <QApplication>
 #include <QGroupBox>
@@ -57,9 +57,7 @@ frmLogin::frmLogin() : ui::Form(QStringLiteral("frmLogin")) {
     cmdLogin->setAutoDefault(false);
     cmdClose->setAutoDefault(false);
 
-    lblHomeSite = new ui::Label(QStringLiteral("lblHomeSite"), QLatin1String(kWebHost), this);
-    lblHomeSite->setCursor(Qt::PointingHandCursor);
-    lblHomeSite->setStyleSheet(QStringLiteral("color: palette(link); text-decoration: underline;"));
+    lblHomeSite = ui::Home_Site_Label(this);
 
     auto* top = new QHBoxLayout;
     top->addWidget(pictLogin);
@@ -107,7 +105,7 @@ void frmLogin::cmdClose_Click() {
 }
 
 void frmLogin::lblHomeSite_Click() {
-    platform().Shell_Open(Home_Site_Url());
+    ui::Open_Home_Site();
 }
 
 void frmLogin::txtPassword_KeyPress(int& KeyAscii) {

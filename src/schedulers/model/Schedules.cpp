@@ -1,6 +1,5 @@
 #include "schedulers/model/Schedules.h"
 
-#include <QTime>
 #include <array>
 
 namespace hv {
@@ -121,16 +120,6 @@ long Weekday_Names_To_Bits(const QString& text) {
 
 long Month_Names_To_Bits(const QString& text) {
     return Names_To_Bits(text, kMonths);
-}
-
-QString Short_Time(const QString& stored) {
-    const QString text = stored.trimmed();
-    for (const char* format : {"HH:mm", "H:mm", "HH:mm:ss", "H:mm:ss"}) {
-        const QTime t = QTime::fromString(text, QLatin1String(format));
-        if (t.isValid())
-            return t.toString(QStringLiteral("HH:mm"));
-    }
-    return stored;
 }
 
 bool Schedule_Exists(const std::vector<ScheduleRow>& rows, const ScheduleCandidate& c) {

@@ -3,6 +3,9 @@
 // shows for them, the conversions between the two, and the two acceptance rules. The Internet scheduler
 // refuses exact duplicates only; the Application scheduler refuses overlapping windows. Both rules work on
 // the texts the list shows, not on the store.
+#include "core/CheckList.h"
+#include "core/TimeOfDay.h"
+
 #include <QString>
 #include <vector>
 
@@ -24,18 +27,6 @@ inline constexpr long SCHEDULE_MONTHLY = 3;
 inline constexpr int kMaxSchedules = 20;
 QString Schedule_Limit_Message();
 
-// What the conversions need of a list with check boxes; the page kit's check list implements it, so the
-// rules run without a window. Items are counted from 1.
-class CheckList {
-public:
-    virtual ~CheckList() = default;
-    virtual int Item_Count() const = 0;
-    virtual QString Item_Text(int index) const = 0;
-    virtual bool Item_Checked(int index) const = 0;
-    virtual void Set_Item_Checked(int index, bool checked) = 0;
-    virtual void Add_Item(const QString& key, const QString& text) = 0;
-};
-
 // 1 "Daily", 2 "Weekly", anything else "Monthly"; and back: anything but "Daily" and "Weekly" is 3.
 bool Schedule_Type_Name(long code, QString& name);
 bool Schedule_Type_Code(const QString& name, long& code);
@@ -55,10 +46,6 @@ void Clear_Checks(CheckList& days, CheckList& months);
 // The bits of every three-letter name found in text, from 0.
 long Weekday_Names_To_Bits(const QString& text);
 long Month_Names_To_Bits(const QString& text);
-
-// A stored time as the lists show it, 24-hour "HH:mm": other programs may write "08:00:00" or "8:00".
-// A text that is no time of day is shown as it stands.
-QString Short_Time(const QString& stored);
 
 // One row of a schedule list as it shows: type name, From, To, Day/Months, and its tag (SCH_ID).
 struct ScheduleRow {

@@ -7,8 +7,10 @@
 #include "ui/Form.h"
 #include "ui/TimePicker.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QGroupBox>
+#include <QMouseEvent>
 #include <QPointer>
 #include <gtest/gtest.h>
 
@@ -56,6 +58,7 @@ public:
         cmdAdd = new CommandButton("cmAdd", "Add", this);
         cmdAdd->setGeometry(450, 20, 80, 24);
         lblNote = new Label("lblNote", "Note", this);
+        days.Replace_List_Of(cboDay);
         Set_GotFocus(cboDay, [this] {
             log << "got cboDay";
             days.Drop_Down(cboDay);
@@ -116,6 +119,20 @@ TEST_F(KitCheckList, DropsDownUnderItsComboBoxTakesTheFocusAndHidesOnLeaving) {
     Click_Focus(form->cmdAdd);
     EXPECT_EQ(form->log, (QStringList{"got cboDay", "got lvwDays"}));
     EXPECT_TRUE(form->days.Shown());
+}
+
+// On the desktop a press on the combo box gives it the focus, and the check list drops down in place of
+// the combo's own list.
+TEST_F(KitCheckList, APressOnTheComboDropsTheCheckListInsteadOfItsOwnList) {
+    form->Show_Modeless();
+    form->cboDay->Add_Item("Mon");
+    const QPointF at(5, 5);
+    QMouseEvent press(QEvent::MouseButtonPress, at, form->cboDay->mapToGlobal(at), Qt::LeftButton,
+                      Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(form->cboDay, &press);
+    EXPECT_EQ(form->log, (QStringList{"got cboDay", "got lvwDays"}));
+    EXPECT_TRUE(form->days.Shown());
+    EXPECT_FALSE(form->cboDay->view()->isVisible());
 }
 
 TEST_F(KitCheckList, ItemsAndChecksGoThroughTheListViewWithoutItemCheckFromCode) {

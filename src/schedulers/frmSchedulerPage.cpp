@@ -150,6 +150,8 @@ SchedulerPage::SchedulerPage(const SchedulerDescription& description)
     m_allowance = ColumnAllowance{.list = lvwSchedules, .column = 4, .limit = d.allowanceRows};
 
     connect(cboScheduler, &ui::ComboBox::Click, this, [this] { Guarded([this] { cboScheduler_Click(); }); });
+    m_days.Replace_List_Of(cboDay);
+    m_months.Replace_List_Of(cboMonths);
     ui::Set_GotFocus(cboDay, [this] { Guarded([this] { cboDay_GotFocus(); }); });
     ui::Set_GotFocus(cboMonths, [this] { Guarded([this] { cboMonths_GotFocus(); }); });
     for (auto [list, combo] : {std::pair{&m_days, cboDay}, std::pair{&m_months, cboMonths}}) {

@@ -2,7 +2,31 @@
 
 #include "ui/Form.h"
 
+#include <QEvent>
+
 namespace hv::ui {
+
+namespace {
+class PressToFocus final : public QObject {
+public:
+    explicit PressToFocus(QWidget* combo) : QObject(combo), m_combo(combo) {
+        combo->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (watched == m_combo &&
+            (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick)) {
+            Set_Focus(m_combo);
+            return true;
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QWidget* m_combo;
+};
+} // namespace
 
 CheckListView::CheckListView(const QString& name, QWidget* form, int widthTwips, int heightTwips)
     : lvw(new ListView(name, ListView::Report, form)) {
@@ -19,6 +43,10 @@ void CheckListView::Drop_Down(const QWidget* combo) {
     lvw->raise();
     lvw->show();
     Set_Focus(lvw);
+}
+
+void CheckListView::Replace_List_Of(QWidget* combo) {
+    new PressToFocus(combo);
 }
 
 void CheckListView::Hide() {

@@ -17,6 +17,9 @@ public:
     ListView* const lvw;
 
     void Drop_Down(const QWidget* combo);
+    // A press on the combo box gives it the focus (its GotFocus drops this list down) instead of opening
+    // the combo's own list.
+    void Replace_List_Of(QWidget* combo);
     void Hide();
     bool Shown() const;
 

@@ -42,23 +42,19 @@ void Check_Silently(CheckBox* box, int value) {
 void Enable_Feature_Click(CheckBox* box, const QString& featureWords, long bit) {
     if (Tag(box) == QLatin1String(kDontSaveToDB))
         return;
+    const int value = box->Value();
+    if (value != 0 && value != 1)
+        return;
+    const bool on = value == 1;
     Guarded([&] {
-        if (box->Value() == 1) {
-            if (MsgBox(QStringLiteral("Are you sure you want to enable the ") + featureWords + u'?',
-                       MsgStyle::Question, MsgButtons::YesNo) == MsgAnswer::Yes) {
-                const Subject subject = Current_Subject();
-                Set_Feature_Bit(true, bit, subject.computerId, subject.userId);
-            } else {
-                Check_Silently(box, 0);
-            }
-        } else if (box->Value() == 0) {
-            if (MsgBox(QStringLiteral("Are you sure you want to disable the ") + featureWords + u'?',
-                       MsgStyle::Question, MsgButtons::YesNo) == MsgAnswer::Yes) {
-                const Subject subject = Current_Subject();
-                Set_Feature_Bit(false, bit, subject.computerId, subject.userId);
-            } else {
-                Check_Silently(box, 1);
-            }
+        if (MsgBox(QStringLiteral("Are you sure you want to ") + QLatin1String(on ? "enable" : "disable") +
+                       QStringLiteral(" the ") + featureWords + u'?',
+                   MsgStyle::Question, MsgButtons::YesNo) == MsgAnswer::Yes) {
+            const Subject subject = Current_Subject();
+            Set_Feature_Bit(on, bit, subject.computerId, subject.userId);
+        } else {
+            // Put back without a save, so no second question comes.
+            Check_Silently(box, on ? 0 : 1);
         }
     });
 }

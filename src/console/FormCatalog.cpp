@@ -15,6 +15,8 @@
 #include "filters/frmFileFilter.h"
 #include "filters/frmPortFilter.h"
 #include "filters/frmWebsiteFilter.h"
+#include "schedulers/frmApplicationScheduler.h"
+#include "schedulers/frmInternetScheduler.h"
 
 namespace hv {
 
@@ -40,6 +42,8 @@ void Register_All_Forms() {
     Add<frmEXEBlocker>("frmEXEBlocker");
     Add<frmWindowBlocker>("frmWindowBlocker");
     Add<frmCopySettings>("frmCopySettings");
+    Add<frmInternetScheduler>("frmInternetScheduler");
+    Add<frmApplicationScheduler>("frmApplicationScheduler");
 }
 
 } // namespace hv

@@ -95,6 +95,9 @@ Q_SIGNALS:
     void Change();
 };
 
+// What password boxes show for each typed character: the bullet, character 149 of the ANSI code page.
+inline constexpr char16_t kPasswordBullet = 0x2022;
+
 class TextBox final : public QLineEdit {
     Q_OBJECT
 public:

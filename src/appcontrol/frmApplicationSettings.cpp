@@ -15,8 +15,10 @@ namespace hv {
 frmApplicationSettings::frmApplicationSettings() : ui::ApplyPage(QStringLiteral("frmApplicationSettings")) {
     auto* frame = new QGroupBox(QStringLiteral("Application Settings"), this);
     frame->setObjectName(QStringLiteral("fraApplicationSettings"));
-    auto* lblShowMsgIn = new ui::Label(QStringLiteral("lblShowMsgIn"), QStringLiteral("Show Blocked Message In:"), frame);
-    cboApplnWindowType = new ui::ComboBox(QStringLiteral("cboApplnWindowType"), ui::ComboBox::DropDownList, frame);
+    auto* lblShowMsgIn =
+        new ui::Label(QStringLiteral("lblShowMsgIn"), QStringLiteral("Show Blocked Message In:"), frame);
+    cboApplnWindowType =
+        new ui::ComboBox(QStringLiteral("cboApplnWindowType"), ui::ComboBox::DropDownList, frame);
     lblBlockedApplicationMessage = new ui::Label(QStringLiteral("lblBlockedApplicationMessage"),
                                                  QStringLiteral("Blocked Application Message:"), frame);
     txtBlkdApplnMsg = new ui::TextBox(QStringLiteral("txtBlkdApplnMsg"), frame);
@@ -52,7 +54,8 @@ void frmApplicationSettings::Form_Load() {
 
 void frmApplicationSettings::Set_Tool_Tips() {
     cboApplnWindowType->setToolTip(QStringLiteral("Select an option to show Blocked Application Message"));
-    txtBlkdApplnMsg->setToolTip(QStringLiteral("Provides a space for you to type Blocked Application Message"));
+    txtBlkdApplnMsg->setToolTip(
+        QStringLiteral("Provides a space for you to type Blocked Application Message"));
 }
 
 void frmApplicationSettings::Load_Message() {

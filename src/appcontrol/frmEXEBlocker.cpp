@@ -53,8 +53,8 @@ void frmEXEBlocker::cmdBrowseExe_Click() {
     try {
         ui::Browse_For_Exes(cmdlgMain, batch, *Rule_List(), [&](const QString& name) {
             const Subject subject = Current_Subject();
-            if (Add_List_Item(batch.Handle(), batch.result, QStringLiteral("EXE_NAME"), QStringLiteral("EXE_TBL"),
-                              name, subject.computerId, subject.userId))
+            if (Add_List_Item(batch.Handle(), batch.result, QStringLiteral("EXE_NAME"),
+                              QStringLiteral("EXE_TBL"), name, subject.computerId, subject.userId))
                 Rules().Add_Row(name);
         });
     } catch (const RunTimeFailure&) {

@@ -7,6 +7,7 @@
 
 // One line a page. A page that is not listed here cannot be opened by name.
 #include "admin/frmCopySettings.h"
+#include "admin/frmGeneralOptions.h"
 #include "appcontrol/frmApplicationSettings.h"
 #include "appcontrol/frmDeviceSettings.h"
 #include "appcontrol/frmEXEBlocker.h"
@@ -42,6 +43,7 @@ void Register_All_Forms() {
     Add<frmCopySettings>("frmCopySettings");
     Add<frmApplicationSettings>("frmApplicationSettings");
     Add<frmDeviceSettings>("frmDeviceSettings");
+    Add<frmGeneralOptions>("frmGeneralOptions");
 }
 
 } // namespace hv

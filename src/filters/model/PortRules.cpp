@@ -2,7 +2,6 @@
 
 #include "platform/Err.h"
 
-
 namespace hv {
 
 namespace {
@@ -70,6 +69,5 @@ QStringList Port_Protocols() {
         names << QLatin1String(p.protocol);
     return names;
 }
-
 
 } // namespace hv

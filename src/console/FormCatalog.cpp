@@ -8,6 +8,7 @@
 // One line a page. A page that is not listed here cannot be opened by name.
 #include "admin/frmCopySettings.h"
 #include "admin/frmGeneralOptions.h"
+#include "admin/frmInternetSettings.h"
 #include "appcontrol/frmApplicationSettings.h"
 #include "appcontrol/frmDeviceSettings.h"
 #include "appcontrol/frmEXEBlocker.h"
@@ -44,6 +45,7 @@ void Register_All_Forms() {
     Add<frmApplicationSettings>("frmApplicationSettings");
     Add<frmDeviceSettings>("frmDeviceSettings");
     Add<frmGeneralOptions>("frmGeneralOptions");
+    Add<frmInternetSettings>("frmInternetSettings");
 }
 
 } // namespace hv

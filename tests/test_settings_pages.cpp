@@ -9,6 +9,7 @@
 #include "ui/ExeBrowse.h"
 
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <QPointer>
 #include <gtest/gtest.h>
 
@@ -121,6 +122,29 @@ TEST(ApplyPage, ApplyRunsInItsErrorTargetSavedDisablesAndEscCloses) {
     EXPECT_FALSE(page->isVisible());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(page.isNull());
+}
+
+} // namespace
+
+namespace {
+
+// The message boxes of the settings pages take line ends from Enter, as typed and as routed by the form.
+TEST(TextBoxMultiLine, EnterPutsALineEndOnlyInAMultiLineBox) {
+    hv::ScriptedPlatform world;
+    hv::PlatformScope scope{world};
+    QPointer<frmApplyProbe> page = new frmApplyProbe();
+    auto* single = new hv::ui::TextBox(QStringLiteral("txtSingle"), page);
+    auto* multi = new hv::ui::TextBox(QStringLiteral("txtMulti"), page);
+    multi->Set_Multi_Line(true);
+    for (hv::ui::TextBox* box : {single, multi})
+        for (int key : {int('a'), 13, int('b')})
+            hv::ui::Default_Key_Action(box, hv::ui::Route_Key(box, key));
+    EXPECT_EQ(single->Text(), QStringLiteral("ab"));
+    EXPECT_EQ(multi->Text(), QStringLiteral("a\r\nb"));
+    QKeyEvent enter(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
+    QCoreApplication::sendEvent(multi, &enter);
+    EXPECT_EQ(multi->Text(), QStringLiteral("a\r\nb\r\n"));
+    delete page.data();
 }
 
 } // namespace

@@ -42,6 +42,7 @@ frmInternetSettings::frmInternetSettings() : ui::ApplyPage(QStringLiteral("frmIn
     lblMessage =
         new ui::Label(QStringLiteral("lblMessage"), QStringLiteral("Blocked Internet Message:"), container);
     txtBlMessage = new ui::TextBox(QStringLiteral("txtBlMessage"), container);
+    txtBlMessage->Set_Multi_Line(true);
     lblRedirectUrl =
         new ui::Label(QStringLiteral("lblRedirectUrl"), QStringLiteral("Redirect Url"), container);
     txtRedirectUrl = new ui::TextBox(QStringLiteral("txtRedirectUrl"), container);

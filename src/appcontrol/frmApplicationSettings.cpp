@@ -22,6 +22,7 @@ frmApplicationSettings::frmApplicationSettings() : ui::ApplyPage(QStringLiteral(
     lblBlockedApplicationMessage = new ui::Label(QStringLiteral("lblBlockedApplicationMessage"),
                                                  QStringLiteral("Blocked Application Message:"), frame);
     txtBlkdApplnMsg = new ui::TextBox(QStringLiteral("txtBlkdApplnMsg"), frame);
+    txtBlkdApplnMsg->Set_Multi_Line(true);
     txtBlkdApplnMsg->setMinimumWidth(360);
 
     auto* grid = new QGridLayout(frame);

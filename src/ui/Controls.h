@@ -108,6 +108,9 @@ public:
     void Set_Max_Length(int n); // 0: no limit
     void Set_Password_Char(QChar c);
     QChar Password_Char() const { return m_passwordChar; }
+    // A multi-line box: Enter puts a line end (CR LF) into the text instead of doing nothing.
+    void Set_Multi_Line(bool on) { m_multiLine = on; }
+    bool Multi_Line() const { return m_multiLine; }
 Q_SIGNALS:
     void Change();
 
@@ -117,6 +120,7 @@ protected:
 private:
     int m_maxLength = 0;
     QChar m_passwordChar;
+    bool m_multiLine = false;
 };
 
 // A label or picture: shows text or a picture, and reports clicks.

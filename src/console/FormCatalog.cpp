@@ -7,6 +7,10 @@
 
 // One line a page. A page that is not listed here cannot be opened by name.
 #include "admin/frmCopySettings.h"
+#include "admin/frmGeneralOptions.h"
+#include "admin/frmInternetSettings.h"
+#include "appcontrol/frmApplicationSettings.h"
+#include "appcontrol/frmDeviceSettings.h"
 #include "appcontrol/frmEXEBlocker.h"
 #include "appcontrol/frmWindowBlocker.h"
 #include "console/frmAbout.h"
@@ -44,6 +48,10 @@ void Register_All_Forms() {
     Add<frmCopySettings>("frmCopySettings");
     Add<frmInternetScheduler>("frmInternetScheduler");
     Add<frmApplicationScheduler>("frmApplicationScheduler");
+    Add<frmApplicationSettings>("frmApplicationSettings");
+    Add<frmDeviceSettings>("frmDeviceSettings");
+    Add<frmGeneralOptions>("frmGeneralOptions");
+    Add<frmInternetSettings>("frmInternetSettings");
 }
 
 } // namespace hv

@@ -20,9 +20,6 @@ namespace {
 
 constexpr int kEnter = 13;
 constexpr int kEscape = 27;
-// The mask of the password box: character 149 of the ANSI code page, a bullet.
-const QChar kPasswordMask(0x2022);
-
 QIcon Login_Picture() {
     const QIcon own = Console_Image(QStringLiteral("login"));
     if (!own.isNull())
@@ -84,7 +81,7 @@ void frmLogin::Form_Load() {
     // The store is compacted at each start of the login form, before the user can type; a failure has
     // been reported and the form still comes up.
     Compact_Database();
-    txtPassword->Set_Password_Char(kPasswordMask);
+    txtPassword->Set_Password_Char(ui::kPasswordBullet);
 }
 
 void frmLogin::cmdLogin_Click() {

@@ -3,9 +3,9 @@
 // of life (Esc closes, the enable check box with its confirmation and its "DontSaveToDB" tag, read-only in
 // Remote Mode), and one RuleList for each list on a page, which does Add, in-place Edit, Remove, the fill
 // from the store, Export, Import and Copy Settings by the list's description.
-#include "filters/CommonDialog.h"
 #include "filters/model/RuleLists.h"
 #include "store/modDB.h"
+#include "ui/CommonDialog.h"
 #include "ui/Controls.h"
 #include "ui/Form.h"
 #include "ui/ListView.h"

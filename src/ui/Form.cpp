@@ -308,6 +308,10 @@ void Default_Key_Action(QWidget* target, int KeyAscii) {
         edit->backspace();
         return;
     }
+    if (auto* box = qobject_cast<TextBox*>(edit); box && box->Multi_Line() && KeyAscii == 13) {
+        box->insert(QStringLiteral("\r\n"));
+        return;
+    }
     if (KeyAscii < 32)
         return;
     if (auto* box = qobject_cast<TextBox*>(edit); box && box->Max_Length() > 0) {

@@ -50,7 +50,7 @@ void frmEXEBlocker::Set_Controls_Enabled() {
 }
 
 void frmEXEBlocker::cmdBrowseExe_Click() {
-    StoreBatch batch;
+    StoreBatch batch([this] { Rules().Reload(); });
     try {
         cmdlgMain.FileName = QString();
         cmdlgMain.DialogTitle = QStringLiteral("Browse for EXE files");

@@ -15,6 +15,7 @@
 #include <map>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 namespace hv {
 
@@ -336,13 +337,24 @@ int StoreBatch::Open() {
     return m_handle;
 }
 
-void StoreBatch::Close() {
+bool StoreBatch::Close() {
     if (m_handle == 0)
-        return;
+        return true;
     long rows = 0;
-    Db_Exec(m_handle, Sql(kCommitTrans), result, rows);
-    Db_Close(m_handle);
-    m_handle = 0;
+    const bool committed = Db_Exec(m_handle, Sql(kCommitTrans), result, rows);
+    Db_Close(std::exchange(m_handle, 0));
+    if (!committed && m_reload)
+        m_reload();
+    return committed;
+}
+
+StoreBatch::~StoreBatch() {
+    // A batch that ends by leaving its scope has no caller left to hear of a failed reload.
+    try {
+        Close();
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
 }
 
 bool Compact_Database() {

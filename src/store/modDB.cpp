@@ -349,7 +349,8 @@ bool StoreBatch::Close() {
 }
 
 StoreBatch::~StoreBatch() {
-    // A batch that ends by leaving its scope has no caller left to hear of a failed reload.
+    // No exception may leave a destructor: a reload that fails as the batch goes out of scope is reported
+    // here.
     try {
         Close();
     } catch (const RunTimeFailure&) {

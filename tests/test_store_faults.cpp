@@ -25,6 +25,7 @@
 #include <algorithm>
 #include <cctype>
 #include <functional>
+#include <ostream>
 #include <string>
 #include <unistd.h>
 
@@ -135,6 +136,9 @@ std::string Case_Name(const ::testing::TestParamInfo<Case>& info) {
     return std::string(info.param.journal) + '_' + info.param.lock + '_' +
            operations[int(info.param.operation)];
 }
+void PrintTo(const Case& c, std::ostream* os) {
+    *os << Case_Name({c, 0});
+}
 
 class StoreContention : public ::testing::TestWithParam<Case> {};
 
@@ -239,6 +243,10 @@ void Lay_Bytes(const QString& path, const QByteArray& bytes) {
     QFile f(path);
     ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
     f.write(bytes);
+}
+
+void PrintTo(const Fault& f, std::ostream* os) {
+    *os << f.name;
 }
 
 class StoreFaults : public ::testing::TestWithParam<Fault> {

@@ -17,8 +17,8 @@ int main(int argc, char** argv) {
         sqlite3_close(db);
         return 1;
     }
-    const char* lock = strcmp(argv[1], "read") == 0 ? "BEGIN; SELECT COUNT(*) FROM sqlite_master;"
-                                                     : "BEGIN IMMEDIATE;";
+    const char* lock =
+        strcmp(argv[1], "read") == 0 ? "BEGIN; SELECT COUNT(*) FROM sqlite_master;" : "BEGIN IMMEDIATE;";
     if (sqlite3_exec(db, lock, NULL, NULL, NULL) != SQLITE_OK) {
         fprintf(stderr, "store_holder: %s\n", sqlite3_errmsg(db));
         sqlite3_close(db);

@@ -16,18 +16,19 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <climits>
+#include <utility>
 
 namespace hv {
 
 // ---- removing rows ---------------------------------------------------------------------------------------
 
 void Remove_Selected_Rows(ui::ListView* list, const QString& question, const char* table, const char* column,
-                          int keySubItem, const ColumnAllowance& allowance) {
+                          int keySubItem, const ColumnAllowance& allowance, std::function<void()> reload) {
     if (list->Count() == 0)
         return;
     if (MsgBox(question, MsgStyle::Question, MsgButtons::YesNo) != MsgAnswer::Yes)
         return;
-    StoreBatch batch;
+    StoreBatch batch(std::move(reload));
     try {
         batch.Open();
         const Subject subject = Current_Subject();
@@ -81,6 +82,13 @@ void RuleList::Load_List() {
     }
 }
 
+void RuleList::Reload() {
+    lvw->Clear();
+    Init_Column();
+    Load_List();
+    allowance.After_Load();
+}
+
 const RuleList::Duplicate* RuleList::Find_Duplicate(const QString& text) const {
     for (const Duplicate& d : duplicates)
         if (Is_Text_In_ListView(text, *d.list))
@@ -94,7 +102,7 @@ void RuleList::Add_Row(const QString& text) {
 }
 
 void RuleList::Add() {
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload(); });
     try {
         const QString text = Prepare_Add_Text(txt->Text(), spec.addText);
         if (!(batch.Open() == 0 && addNeedsConnection)) {
@@ -154,7 +162,8 @@ void RuleList::After_Label_Edit(int& Cancel, QString& NewString) {
 }
 
 void RuleList::Remove() {
-    Remove_Selected_Rows(lvw, spec.words.deleteQuestion, spec.table, spec.column, 0, allowance);
+    Remove_Selected_Rows(lvw, spec.words.deleteQuestion, spec.table, spec.column, 0, allowance,
+                         [this] { Reload(); });
 }
 
 void RuleList::Export() {
@@ -187,7 +196,7 @@ void RuleList::Export() {
 void RuleList::Import() {
     if (enableAll)
         enableAll(false);
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload(); });
     try {
         const Subject subject = Current_Subject();
         QString userName;

@@ -15,6 +15,7 @@
 #include <map>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 namespace hv {
 
@@ -341,9 +342,20 @@ bool StoreBatch::Close() {
         return true;
     long rows = 0;
     const bool committed = Db_Exec(m_handle, Sql(kCommitTrans), result, rows);
-    Db_Close(m_handle);
-    m_handle = 0;
+    Db_Close(std::exchange(m_handle, 0));
+    if (!committed && m_reload)
+        m_reload();
     return committed;
+}
+
+StoreBatch::~StoreBatch() {
+    // No exception may leave a destructor: a reload that fails as the batch goes out of scope is reported
+    // here.
+    try {
+        Close();
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
 }
 
 bool Compact_Database() {

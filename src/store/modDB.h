@@ -4,7 +4,9 @@
 #include "store/Sql.h"
 
 #include <QString>
+#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace hv {
@@ -53,21 +55,27 @@ bool Run_In_Transaction(const Sql& sql);
 // transaction; Close(), or the batch going, commits whatever became of the statements and closes the
 // connection: nothing in the program rolls back. A store that failed to open leaves a handle of 0,
 // on which every statement and the commit do nothing.
-// Close() answers false when the commit failed, so that a page can show again what the store holds.
+//
+// A commit can still fail (another process holds the store) and closing the connection then rolls the
+// whole batch back, rows that succeeded included. The failure is reported like any statement's, and the
+// batch then runs its page's reload, once the connection is gone, so what a list shows is what is stored.
 class StoreBatch final {
 public:
     StoreBatch() = default;
-    ~StoreBatch() { Close(); }
+    explicit StoreBatch(std::function<void()> reload) : m_reload(std::move(reload)) {}
+    ~StoreBatch();
     StoreBatch(const StoreBatch&) = delete;
     StoreBatch& operator=(const StoreBatch&) = delete;
 
     int Open();
+    // False when the batch's work did not reach the store (the reload has run by then).
     bool Close();
     int Handle() const { return m_handle; }
     ResultTable result;
 
 private:
     int m_handle = 0;
+    std::function<void()> m_reload;
 };
 bool Compact_Database();
 bool Get_Remote_Settings(long& mode, QString& server, long& port);

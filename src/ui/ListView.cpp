@@ -12,6 +12,7 @@
 #include <QStyledItemDelegate>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace hv::ui {
 
@@ -105,9 +106,11 @@ ListView::ListView(const QString& name, View view, QWidget* parent)
 }
 
 ListView::~ListView() {
-    // The view goes before the model it shows.
-    delete m_view;
-    m_view = nullptr;
+    // The view goes before the model it shows. The filter comes off first: the viewport's own
+    // destruction sends events, and they must not reach a view that is half gone.
+    QAbstractItemView* view = std::exchange(m_view, nullptr);
+    view->viewport()->removeEventFilter(this);
+    delete view;
 }
 
 void ListView::Set_Size_Twips(int widthTwips, int heightTwips) {

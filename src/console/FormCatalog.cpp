@@ -7,6 +7,8 @@
 
 // One line a page. A page that is not listed here cannot be opened by name.
 #include "admin/frmCopySettings.h"
+#include "admin/frmExceptionList.h"
+#include "admin/frmManageUsers.h"
 #include "appcontrol/frmEXEBlocker.h"
 #include "appcontrol/frmWindowBlocker.h"
 #include "console/frmMain.h"
@@ -38,6 +40,8 @@ void Register_All_Forms() {
     Add<frmEXEBlocker>("frmEXEBlocker");
     Add<frmWindowBlocker>("frmWindowBlocker");
     Add<frmCopySettings>("frmCopySettings");
+    Add<frmManageUsers>("frmManageUsers");
+    Add<frmExceptionList>("frmExceptionList");
 }
 
 } // namespace hv

@@ -61,7 +61,8 @@ public:
     StoreBatch& operator=(const StoreBatch&) = delete;
 
     int Open();
-    void Close();
+    // True when the commit went through; false after a failed one or without a connection.
+    bool Close();
     int Handle() const { return m_handle; }
     ResultTable result;
 

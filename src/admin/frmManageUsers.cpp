@@ -1,0 +1,181 @@
+#include "admin/frmManageUsers.h"
+
+#include "core/ListFile.h"
+#include "core/clsLog.h"
+#include "core/modGlobal.h"
+#include "platform/Err.h"
+#include "platform/Platform.h"
+#include "store/modCommonFuns.h"
+#include "store/modDBFunctions.h"
+#include "ui/ListFind.h"
+#include "ui/Session.h"
+
+#include <QApplication>
+#include <QGuiApplication>
+#include <QStyle>
+#include <algorithm>
+
+namespace hv {
+
+namespace {
+const QString kFileFilter = QStringLiteral("Text Files|*.txt|All Files|*.*");
+// An import lets the window repaint every so many names.
+constexpr int kNamesBetweenEvents = 500;
+} // namespace
+
+frmManageUsers::frmManageUsers()
+    : UserListPage(UserListDesign{.formName = "frmManageUsers",
+                                  .frameCaption = QStringLiteral("Users"),
+                                  .containerName = "picUsersContainer",
+                                  .limit = 20,
+                                  .read = Get_Users,
+                                  .remove = Remove_User,
+                                  .rename = Rename_User}) {
+    cmdImport = new ui::CommandButton(QStringLiteral("cmdImport"), QStringLiteral("Import Items"), holder);
+    cmdExport = new ui::CommandButton(QStringLiteral("cmdExport"), QStringLiteral("Export Items"), holder);
+    sideButtons->addWidget(cmdImport);
+    sideButtons->addWidget(cmdExport);
+    connect(cmdImport, &ui::CommandButton::Click, this, &frmManageUsers::cmdImport_Click);
+    connect(cmdExport, &ui::CommandButton::Click, this, &frmManageUsers::cmdExport_Click);
+    connect(lvwUsers, &ui::ListView::BeforeLabelEdit, this, &frmManageUsers::lvwUsers_BeforeLabelEdit);
+}
+
+void frmManageUsers::Form_Load() {
+    Set_Caption(QStringLiteral("Manage Terminal Server Users"));
+    Init_Column();
+    Fill_Users_List();
+    Set_Controls_Enabled();
+    QStyle* style = QApplication::style();
+    cmdImport->Set_Picture(style->standardIcon(QStyle::SP_DialogOpenButton));
+    cmdExport->Set_Picture(style->standardIcon(QStyle::SP_DialogSaveButton));
+}
+
+void frmManageUsers::Form_Unload(int& Cancel) {
+    (void)Cancel;
+    Guarded([] { session().Fill_Users_In_ComboBox(); });
+}
+
+void frmManageUsers::Set_Controls_Enabled() {
+    cmdRemove->setEnabled(!Remote_Mode);
+    cmdEdit->setEnabled(!Remote_Mode);
+}
+
+void frmManageUsers::Fill_Users_List() {
+    Fill_List();
+}
+
+int frmManageUsers::Add_New_User(const QString& strName) {
+    const bool listed = m_listed ? m_listed->Contains(strName) : ui::Find_Whole_Word(*lvwUsers, strName) != 0;
+    if (listed)
+        return -2;
+    if (!Is_Valid_User_Name(strName))
+        return -1;
+    long id = 0;
+    const bool added =
+        m_batch ? Add_User(m_batch->Handle(), m_batch->result, strName, id) : Add_User(strName, id);
+    if (!added)
+        return 0;
+    Add_Row(strName, id);
+    if (m_listed)
+        m_listed->Add(strName);
+    return 1;
+}
+
+void frmManageUsers::cmdAdd_Click() {
+    Guarded([&] {
+        // The name is taken as typed: blanks around it are part of it.
+        switch (Add_New_User(txtUsers->Text())) {
+        case -2:
+            MsgBox(QStringLiteral("User Name already exists!"), MsgStyle::Exclamation);
+            break;
+        case -1:
+            MsgBox(QStringLiteral("Please enter a valid User Name!"), MsgStyle::Exclamation);
+            break;
+        case 1:
+            txtUsers->Set_Text(QString());
+            break;
+        default:
+            break;
+        }
+    });
+    Focus_Text(true);
+}
+
+void frmManageUsers::lvwUsers_BeforeLabelEdit(int& Cancel) {
+    const int row = lvwUsers->Selected_Item();
+    if (row != 0 && lvwUsers->Tag(row) == QStringLiteral("0"))
+        Cancel = 1;
+}
+
+void frmManageUsers::cmdExport_Click() {
+    if (lvwUsers->Count() == 0) {
+        MsgBox(QStringLiteral("There is no item to export!"), MsgStyle::Exclamation);
+        return;
+    }
+    Guarded([&] {
+        cmdlgMain.DialogTitle = QStringLiteral("Export users in the list to text file");
+        cmdlgMain.FileName = QStringLiteral("Users_List");
+        cmdlgMain.Filter = kFileFilter;
+        cmdlgMain.ShowSave();
+        // A Cancel is not told apart: the pre-filled name is written then.
+        if (cmdlgMain.CancelError)
+            return;
+        QStringList names;
+        names.reserve(lvwUsers->Count());
+        for (int i = 1; i <= lvwUsers->Count(); ++i)
+            names.append(lvwUsers->Text(i));
+        Write_List_File(cmdlgMain.FileName, names);
+    });
+}
+
+void frmManageUsers::cmdImport_Click() {
+    Guarded([&] {
+        cmdlgMain.DialogTitle = QStringLiteral("Import user names from a text file");
+        cmdlgMain.Filter = kFileFilter;
+        cmdlgMain.ShowOpen();
+        if (cmdlgMain.FileName.isEmpty() || cmdlgMain.CancelError)
+            return;
+        Import_File();
+    });
+}
+
+void frmManageUsers::Import_File() {
+    // The names go in on one connection, in one transaction, rather than one commit a name; a name the
+    // store refuses commits those before it and the import goes on in a new transaction. The list is read
+    // again from the store when anything failed, so that it shows what was kept.
+    StoreBatch batch;
+    ui::WholeWordIndex listed;
+    bool failed = false;
+    frameManageUsers->setEnabled(false);
+    cmdClose->setEnabled(false);
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    try {
+        batch.Open();
+        ListFieldReader reader(Read_List_File(cmdlgMain.FileName));
+        listed.Add_All(*lvwUsers);
+        lvwUsers->Reserve(int(std::min<qsizetype>(lvwUsers->Count() + reader.Field_Estimate(), 1 << 24)));
+        m_batch = &batch;
+        m_listed = &listed;
+        for (int n = 1; !reader.Eof(); ++n) {
+            if (n % kNamesBetweenEvents == 0)
+                platform().Do_Events();
+            // Imported names are upper case, and a refused one passes without a word.
+            if (Add_New_User(Trim_Blanks(reader.Next_Field()).toUpper()) == 0) {
+                failed = true;
+                batch.Open();
+            }
+        }
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
+    m_batch = nullptr;
+    m_listed = nullptr;
+    if (!batch.Close() || failed)
+        Reload_List();
+    QGuiApplication::restoreOverrideCursor();
+    cmdClose->setEnabled(true);
+    frameManageUsers->setEnabled(true);
+    Set_Controls_Enabled();
+}
+
+} // namespace hv

@@ -101,9 +101,9 @@ void UserListPage::Change_Width(int by) {
     lvwUsers->Set_Column_Width(1, lvwUsers->Column_Width(1) + by);
 }
 
-void UserListPage::Add_Row(const QString& name, long id) {
+void UserListPage::Add_Row(const QString& name, const QString& key) {
     const int row = lvwUsers->Add(name, kUserIcon);
-    lvwUsers->Set_Tag(row, QString::number(id));
+    lvwUsers->Set_Tag(row, key);
     if (row == m_design.limit)
         Change_Width(-kScrollBarTwips);
 }
@@ -114,9 +114,18 @@ void UserListPage::Fill_List() {
         long rows = 0;
         if (!m_design.read(rows, table))
             return;
-        lvwUsers->Reserve(int(rows));
+        // All rows in one go, as many rows as one at a time would give: the column narrows once when the
+        // count reaches the limit. The key goes to the Tag as the store wrote it.
+        const int first = lvwUsers->Count() + 1;
+        QStringList names;
+        names.reserve(rows);
         for (int i = 1; i <= int(rows); ++i)
-            Add_Row(table.Text(i, 0), long(table.Long(i, 1)));
+            names.append(table.Text(i, 0));
+        lvwUsers->Add_Many(names, kUserIcon);
+        for (int i = 1; i <= int(rows); ++i)
+            lvwUsers->Set_Tag(first + i - 1, table.Text(i, 1));
+        if (first <= m_design.limit && lvwUsers->Count() >= m_design.limit)
+            Change_Width(-kScrollBarTwips);
     });
 }
 

@@ -57,8 +57,9 @@ protected:
     void Fill_List();
     // Empties the list and fills it again, after a batch that may have left the store otherwise.
     void Reload_List();
-    // A row as the store took it, with the "User" icon; at the limit the column narrows.
-    void Add_Row(const QString& name, long id);
+    // A row as the store took it, with the "User" icon and its key as the Tag; at the limit the column
+    // narrows.
+    void Add_Row(const QString& name, const QString& key);
     void Focus_Text(bool selectAll);
 
     // Room for a page's own buttons below Edit and Remove, and on the bottom line before Close.

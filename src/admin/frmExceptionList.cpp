@@ -57,7 +57,7 @@ void frmExceptionList::Add_Exception_Name() {
     }
     long id = 0;
     if (Add_Exception_User(name, id))
-        Add_Row(name, id);
+        Add_Row(name, QString::number(id));
     Focus_Text(false);
     txtUsers->Set_Text(QString());
 }

@@ -75,7 +75,7 @@ int frmManageUsers::Add_New_User(const QString& strName) {
         m_batch ? Add_User(m_batch->Handle(), m_batch->result, strName, id) : Add_User(strName, id);
     if (!added)
         return 0;
-    Add_Row(strName, id);
+    Add_Row(strName, QString::number(id));
     if (m_listed)
         m_listed->Add(strName);
     return 1;

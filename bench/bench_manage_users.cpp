@@ -34,32 +34,9 @@ constexpr int kRounds = 5; // or the first argument
 constexpr double kOpenTarget = 2.0;
 constexpr double kImportTarget = 3.0;
 
-struct Timing {
-    double cpu = -1;
-    double wall = -1;
-    bool Valid() const { return cpu > 0; }
-};
-
-class Stopwatch final {
-public:
-    Stopwatch() : m_cpu(Cpu_Seconds()) { m_wall.start(); }
-    Timing Read() const { return {Cpu_Seconds() - m_cpu, double(m_wall.nsecsElapsed()) / 1e9}; }
-
-private:
-    static double Cpu_Seconds() {
-        timespec t{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-        return double(t.tv_sec) + double(t.tv_nsec) / 1e9;
-    }
-    double m_cpu;
-    QElapsedTimer m_wall;
-};
-
-Timing Best(const Timing& a, const Timing& b) {
-    if (!a.Valid())
-        return b;
-    return {std::min(a.cpu, b.cpu), std::min(a.wall, b.wall)};
-}
+using hv::bench::Best;
+using hv::bench::Stopwatch;
+using hv::bench::Timing;
 
 // The names as the import stores them: upper case.
 QStringList Names() {
@@ -149,13 +126,7 @@ public:
 }
 
 void Drop_Page() {
-    if (hv::ui::Form* page = hv::ui::Forms::Find(QStringLiteral("frmManageUsers")))
-        page->Unload();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-hv::ui::ListView* Users_List(hv::frmManageUsers& page) {
-    return page.lvwUsers;
+    hv::bench::Drop_Page(QStringLiteral("frmManageUsers"));
 }
 
 [[gnu::noinline]] Timing Page_Open(int* shown) {
@@ -163,7 +134,7 @@ hv::ui::ListView* Users_List(hv::frmManageUsers& page) {
     auto& page = hv::ui::Forms::Get<hv::frmManageUsers>();
     page.Load();
     const Timing took = watch.Read();
-    *shown = Users_List(page)->Count();
+    *shown = page.lvwUsers->Count();
     Drop_Page();
     return took;
 }
@@ -184,26 +155,13 @@ hv::ui::ListView* Users_List(hv::frmManageUsers& page) {
 [[gnu::noinline]] Timing Page_Import(hv::ScriptedPlatform& platform, const QString& file, int* shown) {
     auto& page = hv::ui::Forms::Get<hv::frmManageUsers>();
     page.Load();
-    hv::FileDialogAnswer answer;
-    answer.cancelled = false;
-    answer.files = QStringList{file};
-    platform.dialogAnswers.push_back(answer);
+    hv::bench::Answer_Dialog(platform, file);
     const Stopwatch watch;
     page.cmdImport->click();
     const Timing took = watch.Read();
-    *shown = Users_List(page)->Count();
+    *shown = page.lvwUsers->Count();
     Drop_Page();
     return took;
-}
-
-bool Write_File(const QString& path, const QStringList& names) {
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly))
-        return false;
-    // Typed as administrators keep such lists: lower case, the import makes them upper case.
-    for (const QString& name : names)
-        f.write(name.toLower().toUtf8() + "\r\n");
-    return true;
 }
 
 void Report(const char* what, const Timing& ref, const Timing& ours, double target, bool met) {
@@ -225,7 +183,8 @@ int main(int argc, char** argv) {
     const QString ours = hv::Get_Db_Path();
     const QStringList names = Names();
     const QString file = stores.refDir.filePath(QStringLiteral("users.txt"));
-    if (!Write_File(file, names)) {
+    // Typed as administrators keep such lists, in lower case: the import makes them upper case.
+    if (!hv::bench::Write_Lines(file, hv::bench::Numbered_Texts(kUsers, QStringLiteral("tsuser%1")))) {
         std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
         return 1;
     }

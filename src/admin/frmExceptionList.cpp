@@ -5,7 +5,6 @@
 #include "platform/Platform.h"
 #include "store/modCommonFuns.h"
 #include "store/modDBFunctions.h"
-#include "ui/Images.h"
 #include "ui/Session.h"
 
 namespace hv {
@@ -19,7 +18,8 @@ frmExceptionList::frmExceptionList()
                                   .remove = Remove_Exception_User,
                                   .rename = Rename_Exception_User}) {
     lblHomeSite = new ui::Label(QStringLiteral("lblHomeSite"), QLatin1String(kWebHost), this);
-    lblHomeSite->setCursor(Hand_Cursor());
+    lblHomeSite->setCursor(Qt::PointingHandCursor);
+    lblHomeSite->setStyleSheet(QStringLiteral("color: palette(link); text-decoration: underline;"));
     bottomLine->insertWidget(0, lblHomeSite);
     connect(lblHomeSite, &ui::Label::Click, this, &frmExceptionList::lblHomeSite_Click);
 }

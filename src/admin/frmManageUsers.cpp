@@ -50,6 +50,13 @@ void frmManageUsers::Form_Load() {
     cmdExport->Set_Picture(style->standardIcon(QStyle::SP_DialogSaveButton));
 }
 
+void frmManageUsers::Form_QueryUnload(int& Cancel, int UnloadMode) {
+    (void)UnloadMode;
+    // The window stays while an import, which lets it repaint, is still writing into its list.
+    if (m_batch)
+        Cancel = 1;
+}
+
 void frmManageUsers::Form_Unload(int& Cancel) {
     (void)Cancel;
     Guarded([] { session().Fill_Users_In_ComboBox(); });
@@ -142,35 +149,48 @@ void frmManageUsers::cmdImport_Click() {
 void frmManageUsers::Import_File() {
     // The names go in on one connection, in one transaction, rather than one commit a name; a name the
     // store refuses commits those before it and the import goes on in a new transaction. The list is read
-    // again from the store when anything failed, so that it shows what was kept.
+    // again from the store when anything failed, so that it shows what was kept. A store that cannot be
+    // opened is reported once and ends the import.
     StoreBatch batch;
     ui::WholeWordIndex listed;
     bool failed = false;
+    bool opened = false;
     frameManageUsers->setEnabled(false);
     cmdClose->setEnabled(false);
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     try {
-        batch.Open();
+        opened = batch.Open() != 0;
         ListFieldReader reader(Read_List_File(cmdlgMain.FileName));
-        listed.Add_All(*lvwUsers);
-        lvwUsers->Reserve(int(std::min<qsizetype>(lvwUsers->Count() + reader.Field_Estimate(), 1 << 24)));
-        m_batch = &batch;
-        m_listed = &listed;
-        for (int n = 1; !reader.Eof(); ++n) {
-            if (n % kNamesBetweenEvents == 0)
-                platform().Do_Events();
-            // Imported names are upper case, and a refused one passes without a word.
-            if (Add_New_User(Trim_Blanks(reader.Next_Field()).toUpper()) == 0) {
-                failed = true;
-                batch.Open();
+        if (opened) {
+            listed.Add_All(*lvwUsers);
+            lvwUsers->Reserve(int(std::min<qsizetype>(lvwUsers->Count() + reader.Field_Estimate(), 1 << 24)));
+            // The import's connection and search are the page's only while the loop runs.
+            struct Importing {
+                frmManageUsers* page;
+                ~Importing() {
+                    page->m_batch = nullptr;
+                    page->m_listed = nullptr;
+                }
+            } importing{this};
+            m_batch = &batch;
+            m_listed = &listed;
+            for (int n = 1; !reader.Eof(); ++n) {
+                if (n % kNamesBetweenEvents == 0)
+                    platform().Do_Events();
+                // Imported names are upper case, and a refused one passes without a word.
+                if (Add_New_User(Trim_Blanks(reader.Next_Field()).toUpper()) == 0) {
+                    failed = true;
+                    if (batch.Open() == 0)
+                        break;
+                }
             }
         }
     } catch (const RunTimeFailure&) {
         Report_Error();
     }
-    m_batch = nullptr;
-    m_listed = nullptr;
-    if (!batch.Close() || failed)
+    if (!batch.Close() && opened)
+        failed = true;
+    if (failed)
         Reload_List();
     QGuiApplication::restoreOverrideCursor();
     cmdClose->setEnabled(true);

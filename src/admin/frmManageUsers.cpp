@@ -45,9 +45,11 @@ void frmManageUsers::Form_Load() {
     Init_Column();
     Fill_Users_List();
     Set_Controls_Enabled();
-    QStyle* style = QApplication::style();
-    cmdImport->Set_Picture(style->standardIcon(QStyle::SP_DialogOpenButton));
-    cmdExport->Set_Picture(style->standardIcon(QStyle::SP_DialogSaveButton));
+    // The style looks its pictures up afresh at each request: they are taken from it once.
+    static const QIcon importPicture = QApplication::style()->standardIcon(QStyle::SP_DialogOpenButton);
+    static const QIcon exportPicture = QApplication::style()->standardIcon(QStyle::SP_DialogSaveButton);
+    cmdImport->Set_Picture(importPicture);
+    cmdExport->Set_Picture(exportPicture);
 }
 
 void frmManageUsers::Form_QueryUnload(int& Cancel, int UnloadMode) {

@@ -67,8 +67,10 @@ protected:
     QVBoxLayout* sideButtons = nullptr;
     QHBoxLayout* bottomLine = nullptr;
 
-private:
+    // The reserved row's Tag: the key 0.
     static bool Is_Reserved(const QString& tag);
+
+private:
     void Change_Width(int by);
 
     UserListDesign m_design;

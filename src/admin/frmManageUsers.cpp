@@ -112,7 +112,7 @@ void frmManageUsers::cmdAdd_Click() {
 
 void frmManageUsers::lvwUsers_BeforeLabelEdit(int& Cancel) {
     const int row = lvwUsers->Selected_Item();
-    if (row != 0 && lvwUsers->Tag(row) == QStringLiteral("0"))
+    if (row != 0 && Is_Reserved(lvwUsers->Tag(row)))
         Cancel = 1;
 }
 

@@ -4,14 +4,53 @@
 #pragma once
 
 #include "testing/ScriptedPlatform.h"
+#include "ui/Form.h"
+#include "ui/Forms.h"
+
+#include <QCoreApplication>
+#include <QFile>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <sqlite3.h>
 
+#include <algorithm>
+#include <ctime>
+
 namespace hv::bench {
+
+// A measurement: the thread's processor time (what the work costs, without the waits for a processor that
+// other programs cause) and the wall time beside it. Negative while nothing was measured.
+struct Timing {
+    double cpu = -1;
+    double wall = -1;
+    bool Valid() const { return cpu > 0; }
+};
+
+class Stopwatch final {
+public:
+    Stopwatch() : m_cpu(Cpu_Seconds()) { m_wall.start(); }
+    Timing Read() const { return {Cpu_Seconds() - m_cpu, double(m_wall.nsecsElapsed()) / 1e9}; }
+
+private:
+    static double Cpu_Seconds() {
+        timespec t{};
+        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
+        return double(t.tv_sec) + double(t.tv_nsec) / 1e9;
+    }
+    double m_cpu;
+    QElapsedTimer m_wall;
+};
+
+// The better of two rounds, each side on its own; a round not measured yet gives way.
+inline Timing Best(const Timing& a, const Timing& b) {
+    if (!a.Valid())
+        return b;
+    return {std::min(a.cpu, b.cpu), std::min(a.wall, b.wall)};
+}
 
 // The two stores a comparison runs on: the console's own, in the scripted Windows directory, and the
 // reference's, in a folder of its own, so that both files grow alike and neither warms the other's cache.
@@ -30,6 +69,31 @@ inline QStringList Numbered_Texts(int count, const QString& pattern) {
     for (int i = 0; i < count; ++i)
         texts.push_back(pattern.arg(i));
     return texts;
+}
+
+// A list file of these lines, each ended by CR LF.
+inline bool Write_Lines(const QString& path, const QStringList& lines) {
+    QFile f(path);
+    if (!f.open(QIODevice::WriteOnly))
+        return false;
+    for (const QString& line : lines)
+        f.write(line.toUtf8() + "\r\n");
+    return true;
+}
+
+// The scripted desktop's answer to the next file dialog: this one file.
+inline void Answer_Dialog(ScriptedPlatform& platform, const QString& file) {
+    FileDialogAnswer answer;
+    answer.cancelled = false;
+    answer.files = QStringList{file};
+    platform.dialogAnswers.push_back(answer);
+}
+
+// Unloads a page and lets Qt delete it, so that the next round makes a fresh one.
+inline void Drop_Page(const QString& formName) {
+    if (ui::Form* page = ui::Forms::Find(formName))
+        page->Unload();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 // Inserts every value into BL_TBL for the user; returns how many rows failed.

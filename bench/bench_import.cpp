@@ -7,11 +7,12 @@
 // each side's best round counts. Time is taken as processor time of the thread (what the work costs,
 // without the waits for a processor that other programs cause) and shown as wall time as well.
 #include "BenchCommon.h"
+#include "console/FormCatalog.h"
 #include "console/frmMain.h"
 #include "filters/frmWebsiteFilter.h"
-#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "store/modDB.h"
+#include "testing/ScriptedPlatform.h"
 #include "ui/Forms.h"
 
 #include <QApplication>
@@ -32,37 +33,12 @@ constexpr int kRows = 200000;
 constexpr int kRounds = 5; // or the first argument
 constexpr long kUser = 101;
 
-struct Timing {
-    double cpu = -1;
-    double wall = -1;
-};
-
-class Stopwatch final {
-public:
-    Stopwatch() : m_cpu(Cpu_Seconds()) { m_wall.start(); }
-    Timing Read() const { return {Cpu_Seconds() - m_cpu, double(m_wall.nsecsElapsed()) / 1e9}; }
-
-private:
-    static double Cpu_Seconds() {
-        timespec t{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-        return double(t.tv_sec) + double(t.tv_nsec) / 1e9;
-    }
-    double m_cpu;
-    QElapsedTimer m_wall;
-};
+using hv::bench::Best;
+using hv::bench::Stopwatch;
+using hv::bench::Timing;
 
 QStringList Make_Values() {
     return hv::bench::Numbered_Texts(kRows, QStringLiteral("ads%1.blocklist.example"));
-}
-
-bool Write_File(const QString& path, const QStringList& values) {
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly))
-        return false;
-    for (const QString& v : values)
-        f.write(v.toUtf8() + "\r\n");
-    return true;
 }
 
 // A new store with the user whose list the rounds fill.
@@ -81,9 +57,7 @@ bool New_Store(const QString& path, QString* error) {
 }
 
 void Drop_Page() {
-    if (hv::ui::Form* page = hv::ui::Forms::Find(QStringLiteral("frmWebsiteFilter")))
-        page->Unload();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    hv::bench::Drop_Page(QStringLiteral("frmWebsiteFilter"));
 }
 
 // The page for the user, opened as the console opens it; how long its load took.
@@ -105,10 +79,7 @@ hv::frmWebsiteFilter& Open_Page(Timing* took = nullptr) {
 
 [[gnu::noinline]] Timing Page_Import(hv::ScriptedPlatform& platform, const QString& file) {
     hv::frmWebsiteFilter& page = Open_Page();
-    hv::FileDialogAnswer answer;
-    answer.cancelled = false;
-    answer.files = QStringList{file};
-    platform.dialogAnswers.push_back(answer);
+    hv::bench::Answer_Dialog(platform, file);
     const Stopwatch watch;
     page.findChild<hv::ui::CommandButton*>(QStringLiteral("cmdURLBLImport"))->click();
     const Timing took = watch.Read();
@@ -132,10 +103,6 @@ hv::frmWebsiteFilter& Open_Page(Timing* took = nullptr) {
     return failed == 0 ? took : Timing{};
 }
 
-Timing Best(const Timing& a, const Timing& b) {
-    return {std::min(a.cpu, b.cpu), std::min(a.wall, b.wall)};
-}
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -143,10 +110,12 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     hv::bench::Stores stores;
     hv::ScriptedPlatform& platform = stores.platform;
+    // The page reaches the console through its session.
+    hv::Register_All_Forms();
     const QString& refPath = stores.refPath;
     const QStringList values = Make_Values();
     const QString file = stores.refDir.filePath(QStringLiteral("blocklist.txt"));
-    if (!Write_File(file, values)) {
+    if (!hv::bench::Write_Lines(file, values)) {
         std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
         return 1;
     }

@@ -306,6 +306,32 @@ TEST_F(StoreOps, BatchAddOfADuplicateAddsNothingAndSucceeds) {
     EXPECT_EQ(Box_Texts(), QStringList());
 }
 
+// The users' import: Add_User on the batch's connection gives the same keys as on its own, an existing
+// name its existing key, and commits with the batch; a failed statement is reported and gives false.
+TEST_F(StoreOps, BatchAddUserGivesTheKeysOfTheCycleAndCommitsWithTheBatch) {
+    long carol = 0, again = 0, bad = -1;
+    {
+        StoreBatch batch;
+        ASSERT_NE(batch.Open(), 0);
+        ASSERT_TRUE(Add_User(batch.Handle(), batch.result, QStringLiteral("carol"), carol));
+        EXPECT_GT(carol, m_bob);
+        ASSERT_TRUE(Add_User(batch.Handle(), batch.result, QStringLiteral("alice"), again));
+        EXPECT_EQ(again, m_alice);
+        EXPECT_TRUE(batch.Close());
+    }
+    EXPECT_EQ(User_Column("USER_NAME", carol), "carol");
+    Poke(QStringLiteral("CREATE TRIGGER NO_ZED BEFORE INSERT ON USER_TBL WHEN NEW.USER_NAME='zed' "
+                        "BEGIN SELECT RAISE(ABORT, 'refused'); END"));
+    StoreBatch batch;
+    batch.Open();
+    EXPECT_FALSE(Add_User(batch.Handle(), batch.result, QStringLiteral("zed"), bad));
+    EXPECT_EQ(bad, -1);
+    EXPECT_FALSE(Add_User(0, batch.result, QStringLiteral("yan"), bad));
+    EXPECT_TRUE(batch.Close());
+    EXPECT_FALSE(batch.Close());
+    EXPECT_EQ(Box_Texts(), (QStringList{QStringLiteral("refused"), QString()}));
+}
+
 TEST_F(StoreOps, PortListsSplitAroundSixtyThousand) {
     for (long type : {0L, 5L, 59999L, 60000L, 60001L, 65535L})
         ASSERT_TRUE(Add_Port(80, type, "TCP", 0, m_alice));

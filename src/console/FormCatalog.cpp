@@ -7,8 +7,10 @@
 
 // One line a page. A page that is not listed here cannot be opened by name.
 #include "admin/frmCopySettings.h"
+#include "admin/frmExceptionList.h"
 #include "admin/frmGeneralOptions.h"
 #include "admin/frmInternetSettings.h"
+#include "admin/frmManageUsers.h"
 #include "appcontrol/frmApplicationSettings.h"
 #include "appcontrol/frmDeviceSettings.h"
 #include "appcontrol/frmEXEBlocker.h"
@@ -52,6 +54,8 @@ void Register_All_Forms() {
     Add<frmDeviceSettings>("frmDeviceSettings");
     Add<frmGeneralOptions>("frmGeneralOptions");
     Add<frmInternetSettings>("frmInternetSettings");
+    Add<frmManageUsers>("frmManageUsers");
+    Add<frmExceptionList>("frmExceptionList");
 }
 
 } // namespace hv

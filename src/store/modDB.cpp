@@ -23,9 +23,13 @@ namespace hv {
 // Result table
 
 const std::optional<QString>& ResultTable::Cell(int row, int col) const {
-    if (row < 0 || col < 0 || row >= int(m_rows.size()) || col >= int(m_rows[size_t(row)].size()))
+    if (row < 0 || col < 0 || row >= Rows() + 1)
         Err().Raise(errnum::SubscriptOutOfRange);
-    return m_rows[size_t(row)][size_t(col)];
+    const size_t start = m_starts[size_t(row)];
+    const size_t end = size_t(row) + 1 < m_starts.size() ? m_starts[size_t(row) + 1] : m_cells.size();
+    if (size_t(col) >= end - start)
+        Err().Raise(errnum::SubscriptOutOfRange);
+    return m_cells[start + size_t(col)];
 }
 
 QString ResultTable::Text(int row, int col) const {
@@ -63,16 +67,22 @@ qint64 ResultTable::Long(int row, int col) const {
 }
 
 void ResultTable::Set_Columns(const std::vector<QString>& names) {
-    m_rows.clear();
-    std::vector<std::optional<QString>> header(names.begin(), names.end());
-    m_rows.push_back(std::move(header));
+    Clear();
+    m_starts.push_back(0);
+    m_cells.assign(names.begin(), names.end());
     m_columns = int(names.size());
 }
 
+void ResultTable::Begin_Row() {
+    if (m_starts.empty())
+        m_starts.push_back(0); // a name row is always row 0
+    m_starts.push_back(m_cells.size());
+}
+
 void ResultTable::Append_Row(std::vector<std::optional<QString>> cells) {
-    if (m_rows.empty())
-        m_rows.emplace_back(); // a name row is always row 0
-    m_rows.push_back(std::move(cells));
+    Begin_Row();
+    for (std::optional<QString>& cell : cells)
+        m_cells.push_back(std::move(cell));
 }
 
 // ---------------------------------------------------------------------------------------------------
@@ -281,17 +291,22 @@ bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
     table.Set_Columns(names);
 
     while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
-        std::vector<std::optional<QString>> cells;
-        cells.reserve(size_t(columns));
+        table.Begin_Row();
         for (int c = 0; c < columns; ++c) {
-            if (sqlite3_column_type(stmt, c) == SQLITE_NULL) {
-                cells.emplace_back(std::nullopt);
+            const int type = sqlite3_column_type(stmt, c);
+            if (type == SQLITE_NULL) {
+                table.Append_Cell(std::nullopt);
+                continue;
+            }
+            // A whole number is written out here, as SQLite would write it, without SQLite making a text
+            // of its own first: key columns are read by the thousand.
+            if (type == SQLITE_INTEGER) {
+                table.Append_Cell(QString::number(sqlite3_column_int64(stmt, c)));
                 continue;
             }
             const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, c));
-            cells.emplace_back(QString::fromUtf8(text, sqlite3_column_bytes(stmt, c)));
+            table.Append_Cell(QString::fromUtf8(text, sqlite3_column_bytes(stmt, c)));
         }
-        table.Append_Row(std::move(cells));
     }
     if (rc != SQLITE_DONE) {
         const QString message = QString::fromUtf8(sqlite3_errmsg(conn->Db()));

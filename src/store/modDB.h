@@ -17,24 +17,30 @@ namespace hv {
 class ResultTable final {
 public:
     ResultTable() = default;
-    int Rows() const { return m_rows.empty() ? 0 : int(m_rows.size()) - 1; }
+    int Rows() const { return m_starts.empty() ? 0 : int(m_starts.size()) - 1; }
     int Columns() const { return m_columns; }
-    bool Empty() const { return m_rows.empty(); }
+    bool Empty() const { return m_starts.empty(); }
     QString Text(int row, int col) const;
     qint64 Long(int row, int col) const;
     bool Is_Null(int row, int col) const;
     void Clear() {
-        m_rows.clear();
+        m_cells.clear();
+        m_starts.clear();
         m_columns = 0;
     }
 
-    // Filled by Db_Exec.
+    // Filled by Db_Exec: the names, then each row as a whole or cell by cell after Begin_Row.
     void Set_Columns(const std::vector<QString>& names);
     void Append_Row(std::vector<std::optional<QString>> cells);
+    void Begin_Row();
+    void Append_Cell(std::optional<QString> cell) { m_cells.push_back(std::move(cell)); }
 
 private:
     const std::optional<QString>& Cell(int row, int col) const;
-    std::vector<std::vector<std::optional<QString>>> m_rows;
+    // All cells, row after row, in one store (a read of thousands of rows makes no row of its own); row r
+    // starts at m_starts[r] and ends where the next one starts.
+    std::vector<std::optional<QString>> m_cells;
+    std::vector<size_t> m_starts;
     int m_columns = 0;
 };
 
@@ -68,7 +74,8 @@ public:
     StoreBatch& operator=(const StoreBatch&) = delete;
 
     int Open();
-    // False when the batch's work did not reach the store (the reload has run by then).
+    // False when the batch's work did not reach the store (the reload has run by then). Without a
+    // connection there is nothing to commit: the open has reported its failure already.
     bool Close();
     int Handle() const { return m_handle; }
     ResultTable result;

@@ -328,7 +328,6 @@ TEST_F(StoreOps, BatchAddUserGivesTheKeysOfTheCycleAndCommitsWithTheBatch) {
     EXPECT_EQ(bad, -1);
     EXPECT_FALSE(Add_User(0, batch.result, QStringLiteral("yan"), bad));
     EXPECT_TRUE(batch.Close());
-    EXPECT_FALSE(batch.Close());
     EXPECT_EQ(Box_Texts(), (QStringList{QStringLiteral("refused"), QString()}));
 }
 

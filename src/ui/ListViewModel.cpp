@@ -5,6 +5,19 @@
 
 namespace hv::ui {
 
+namespace {
+// Up to this many rows a layout costs nothing worth saving: every batch goes out at once.
+constexpr int kEagerRows = 20000;
+// How long the rows must have stopped coming before the last batch goes out.
+constexpr int kLastBatchMs = 100;
+} // namespace
+
+ListViewModel::ListViewModel(ListView* owner) : m_owner(owner) {
+    m_lastBatch.setSingleShot(true);
+    m_lastBatch.setInterval(kLastBatchMs);
+    connect(&m_lastBatch, &QTimer::timeout, this, [this] { Flush(); });
+}
+
 const ListRowExtra* ListViewModel::Extra_If(int r) const {
     return m_extraOf.empty() ? nullptr : m_extras[m_extraOf[size_t(r)]].get();
 }
@@ -36,7 +49,19 @@ void ListViewModel::Post_Flush() {
         return;
     m_flushPosted = true;
     QMetaObject::invokeMethod(
-        this, [this] { Flush(); }, Qt::QueuedConnection);
+        this, [this] { Posted_Flush(); }, Qt::QueuedConnection);
+}
+
+void ListViewModel::Posted_Flush() {
+    m_flushPosted = false;
+    const int waiting = Size() - m_shown;
+    if (waiting <= 0)
+        return;
+    if (m_shown < kEagerRows || waiting >= m_shown / 2) {
+        Flush();
+        return;
+    }
+    m_lastBatch.start();
 }
 
 void ListViewModel::Append(const QString& text, quint32 iconNumber) {
@@ -59,7 +84,7 @@ void ListViewModel::Append_All(const QStringList& texts, quint32 iconNumber) {
 }
 
 void ListViewModel::Flush() {
-    m_flushPosted = false;
+    m_lastBatch.stop();
     const int size = Size();
     if (size <= m_shown)
         return;

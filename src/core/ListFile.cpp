@@ -267,6 +267,19 @@ void ListFieldReader::Add_Bytes(ListField& field, const char* bytes, qsizetype s
     }
 }
 
+bool ListFieldReader::Carry_On(ListField& field) {
+    // The field goes on past the window: what is whole becomes text, the rest waits for more.
+    const qsizetype whole = Char_Boundary(m_buf.size());
+    Add_Bytes(field, m_buf.constData() + m_pos, whole - m_pos);
+    m_pos = whole;
+    qsizetype keep = m_pos;
+    if (More(keep))
+        return true;
+    Add_Bytes(field, m_buf.constData() + m_pos, m_buf.size() - m_pos);
+    m_pos = m_buf.size();
+    return false;
+}
+
 void ListFieldReader::Read_Plain(ListField& field) {
     for (;;) {
         const qsizetype end =
@@ -276,16 +289,8 @@ void ListFieldReader::Read_Plain(ListField& field) {
             m_pos = end;
             return;
         }
-        // The field goes on past the window: what is whole becomes text, the rest waits for more.
-        const qsizetype whole = Char_Boundary(end);
-        Add_Bytes(field, m_buf.constData() + m_pos, whole - m_pos);
-        m_pos = whole;
-        qsizetype keep = m_pos;
-        if (!More(keep)) {
-            Add_Bytes(field, m_buf.constData() + m_pos, m_buf.size() - m_pos);
-            m_pos = m_buf.size();
+        if (!Carry_On(field))
             return;
-        }
     }
 }
 
@@ -306,15 +311,8 @@ void ListFieldReader::Read_Quoted(ListField& field) {
             m_lineStart = true;
             continue;
         }
-        const qsizetype whole = Char_Boundary(end);
-        Add_Bytes(field, m_buf.constData() + m_pos, whole - m_pos);
-        m_pos = whole;
-        qsizetype keep = m_pos;
-        if (!More(keep)) {
-            Add_Bytes(field, m_buf.constData() + m_pos, m_buf.size() - m_pos);
-            m_pos = m_buf.size();
+        if (!Carry_On(field))
             return;
-        }
     }
     // Whatever follows the closing quote up to the field's end is not part of it.
     for (int c = Peek(); c >= 0 && c != ',' && !Is_Line_End(char(c)); c = Peek())

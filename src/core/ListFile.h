@@ -79,6 +79,8 @@ private:
     void Decide_Line();
     void Add_Bytes(ListField& field, const char* bytes, qsizetype size) const;
     qsizetype Char_Boundary(qsizetype pos) const;
+    // Adds the rest of the window to a field that goes on past it and reads more; false at the file's end.
+    bool Carry_On(ListField& field);
     void Read_Quoted(ListField& field);
     void Read_Plain(ListField& field);
 

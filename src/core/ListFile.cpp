@@ -192,10 +192,13 @@ void ListFieldReader::Decide_Line() {
         check.Feed(m_buf.constData() + from, end - from);
         if (end < m_buf.size())
             break;
-        // The line goes on past the window: keep it whole while it fits, else let it stream by.
-        qsizetype keep = m_buf.size() - m_pos <= kWindow ? m_pos : m_buf.size();
-        if (keep == m_buf.size())
+        // The line goes on past the window: keep it whole while it fits, else let it stream by and read
+        // it again from its start once it is judged.
+        if (streamed || m_buf.size() - m_pos > kWindow) {
             streamed = true;
+            m_pos = m_buf.size();
+        }
+        qsizetype keep = m_pos;
         const qsizetype seen = m_buf.size() - keep;
         if (!More(keep))
             break;

@@ -65,10 +65,19 @@ void ListViewModel::Posted_Flush() {
 }
 
 void ListViewModel::Append(const QString& text, quint32 iconNumber) {
-    m_texts.append(text);
+    // A row is added to all of its columns or to none: memory running out half way through an import
+    // must leave a list that can still be shown.
     m_bits.push_back(iconNumber << ListRow::kIconShift);
-    if (!m_extraOf.empty())
-        m_extraOf.push_back(0);
+    try {
+        if (!m_extraOf.empty())
+            m_extraOf.push_back(0);
+        m_texts.append(text);
+    } catch (...) {
+        m_bits.pop_back();
+        if (m_extraOf.size() > m_bits.size())
+            m_extraOf.pop_back();
+        throw;
+    }
     Post_Flush();
 }
 

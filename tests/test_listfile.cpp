@@ -205,6 +205,7 @@ TEST(ListFile, FileFailuresAreRunTimeErrors) {
     for (const Failure& c :
          {Failure{dir.filePath("missing.txt"), hv::errnum::FileNotFound, false},
           Failure{dir.path(), hv::errnum::PathFileAccessError, false},
+          Failure{QStringLiteral("/dev/zero"), hv::errnum::PathFileAccessError, false},
           Failure{QString(), hv::errnum::BadFileNameOrNumber, false},
           Failure{dir.filePath("no/such/dir/x.txt"), hv::errnum::PathFileAccessError, true},
           Failure{QString(), hv::errnum::BadFileNameOrNumber, true}}) {

@@ -359,7 +359,8 @@ ListFileInput::ListFileInput(const QString& path) : m_file(path), m_reader(m_fil
     const QFileInfo info(path);
     if (!info.exists())
         Err().Raise(errnum::FileNotFound);
-    if (info.isDir() || !m_file.open(QIODevice::ReadOnly))
+    // Only a plain file: a device or a pipe could stream without end or never open, and freeze the console.
+    if (!info.isFile() || !m_file.open(QIODevice::ReadOnly))
         Err().Raise(errnum::PathFileAccessError);
     m_size = m_file.size();
 }

@@ -99,8 +99,8 @@ private:
                                                                   QStringConverter::Flag::ConvertInitialBom};
 };
 
-// A list file opened for input. A missing file raises "File not found" (53), a folder or an unreadable
-// file "Path/File access error" (75), an empty name "Bad file name or number" (52).
+// A list file opened for input. A missing file raises "File not found" (53), a folder, a device, a pipe or
+// an unreadable file "Path/File access error" (75), an empty name "Bad file name or number" (52).
 class ListFileInput final {
 public:
     explicit ListFileInput(const QString& path);

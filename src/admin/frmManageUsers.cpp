@@ -162,10 +162,10 @@ void frmManageUsers::Import_File() {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     try {
         opened = batch.Open() != 0;
-        ListFieldReader reader(Read_List_File(cmdlgMain.FileName));
+        ListFileInput file(cmdlgMain.FileName);
+        ListFieldReader& reader = file.Reader();
         if (opened) {
             listed.Add_All(*lvwUsers);
-            lvwUsers->Reserve(int(std::min<qsizetype>(lvwUsers->Count() + reader.Field_Estimate(), 1 << 24)));
             // The import's connection and search are the page's only while the loop runs.
             struct Importing {
                 frmManageUsers* page;
@@ -179,8 +179,12 @@ void frmManageUsers::Import_File() {
             for (int n = 1; !reader.Eof(); ++n) {
                 if (n % kNamesBetweenEvents == 0)
                     platform().Do_Events();
-                // Imported names are upper case, and a refused one passes without a word.
-                if (Add_New_User(Trim_Blanks(reader.Next_Field()).toUpper()) == 0) {
+                // Imported names are upper case, and a refused one passes without a word; a name with a NUL
+                // in it is no name.
+                const ListField field = reader.Next_Field();
+                if (field.nul)
+                    continue;
+                if (Add_New_User(Trim_Blanks(field.text).toUpper()) == 0) {
                     failed = true;
                     if (batch.Open() == 0)
                         break;

@@ -216,8 +216,8 @@ void frmPortFilter::Load_Ports(long kind, ui::ListView* list) {
             list->Set_Sub_Item(row, 2, table.Text(int(i), 0));
         }
         Allowance(list).After_Load();
-    } catch (const RunTimeFailure&) {
-        Report_Error();
+    } catch (...) {
+        Report_Failure();
     }
 }
 
@@ -297,8 +297,8 @@ void frmPortFilter::Add_Port_Rule(const Frame& f) {
                 f.list->Set_Sub_Item(row, 2, QString::number(port));
             }
         }
-    } catch (const RunTimeFailure&) {
-        Report_Error();
+    } catch (...) {
+        Report_Failure();
     }
     // The port box keeps its text on every path.
     ui::Set_Focus(f.filter);

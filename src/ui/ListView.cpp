@@ -242,11 +242,6 @@ void ListView::Clear() {
     m_model->Remove_All();
 }
 
-void ListView::Reserve(int rows) {
-    if (rows > Count())
-        m_model->Reserve(rows);
-}
-
 void ListView::Add_Many(const QStringList& texts, const QString& iconKey) {
     m_model->Append_All(texts, m_model->Icon_Number(iconKey));
 }

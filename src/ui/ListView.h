@@ -51,8 +51,6 @@ public:
     void Clear();
     // Many rows at once (a fill from the store): same as Add for each, without per-row overhead.
     void Add_Many(const QStringList& texts, const QString& iconKey);
-    // Room for this many rows in all, so that a long run of Add does not keep growing the storage.
-    void Reserve(int rows);
 
     QString Text(int index) const;
     void Set_Text(int index, const QString& text);

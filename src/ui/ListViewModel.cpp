@@ -5,6 +5,19 @@
 
 namespace hv::ui {
 
+namespace {
+// Up to this many rows a layout costs nothing worth saving: every batch goes out at once.
+constexpr int kEagerRows = 20000;
+// How long the rows must have stopped coming before the last batch goes out.
+constexpr int kLastBatchMs = 100;
+} // namespace
+
+ListViewModel::ListViewModel(ListView* owner) : m_owner(owner) {
+    m_lastBatch.setSingleShot(true);
+    m_lastBatch.setInterval(kLastBatchMs);
+    connect(&m_lastBatch, &QTimer::timeout, this, [this] { Flush(); });
+}
+
 const ListRowExtra* ListViewModel::Extra_If(int r) const {
     return m_extraOf.empty() ? nullptr : m_extras[m_extraOf[size_t(r)]].get();
 }
@@ -36,14 +49,35 @@ void ListViewModel::Post_Flush() {
         return;
     m_flushPosted = true;
     QMetaObject::invokeMethod(
-        this, [this] { Flush(); }, Qt::QueuedConnection);
+        this, [this] { Posted_Flush(); }, Qt::QueuedConnection);
+}
+
+void ListViewModel::Posted_Flush() {
+    m_flushPosted = false;
+    const int waiting = Size() - m_shown;
+    if (waiting <= 0)
+        return;
+    if (m_shown < kEagerRows || waiting >= m_shown / 2) {
+        Flush();
+        return;
+    }
+    m_lastBatch.start();
 }
 
 void ListViewModel::Append(const QString& text, quint32 iconNumber) {
-    m_texts.append(text);
+    // A row is added to all of its columns or to none: memory running out half way through an import
+    // must leave a list that can still be shown.
     m_bits.push_back(iconNumber << ListRow::kIconShift);
-    if (!m_extraOf.empty())
-        m_extraOf.push_back(0);
+    try {
+        if (!m_extraOf.empty())
+            m_extraOf.push_back(0);
+        m_texts.append(text);
+    } catch (...) {
+        m_bits.pop_back();
+        if (m_extraOf.size() > m_bits.size())
+            m_extraOf.pop_back();
+        throw;
+    }
     Post_Flush();
 }
 
@@ -59,7 +93,7 @@ void ListViewModel::Append_All(const QStringList& texts, quint32 iconNumber) {
 }
 
 void ListViewModel::Flush() {
-    m_flushPosted = false;
+    m_lastBatch.stop();
     const int size = Size();
     if (size <= m_shown)
         return;

@@ -14,6 +14,8 @@
 #include "filters/frmFileFilter.h"
 #include "filters/frmPortFilter.h"
 #include "filters/frmWebsiteFilter.h"
+#include "reporting/frmReport.h"
+#include "reporting/frmReporting.h"
 
 namespace hv {
 
@@ -38,6 +40,8 @@ void Register_All_Forms() {
     Add<frmEXEBlocker>("frmEXEBlocker");
     Add<frmWindowBlocker>("frmWindowBlocker");
     Add<frmCopySettings>("frmCopySettings");
+    Add<frmReporting>("frmReporting");
+    Add<frmReport>("frmReport");
 }
 
 } // namespace hv

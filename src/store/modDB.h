@@ -4,6 +4,7 @@
 #include "store/Sql.h"
 
 #include <QString>
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -47,6 +48,11 @@ void Db_Close(int handle); // 0 is ignored
 bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows);
 
 bool Run_Query(const Sql& sql, long& rows, ResultTable& table);
+// Runs a query as Run_Query does, but hands each result row to `row` as it is stepped (the cells as texts,
+// NULL as an empty text) instead of keeping a table: for results that run to millions of rows. The cells
+// are valid for the call only. `rows` counts the rows handed over.
+using RowSink = std::function<void(const QString* cells, int count)>;
+bool Run_Query_Rows(const Sql& sql, const RowSink& row, long& rows);
 bool Run_In_Transaction(const Sql& sql);
 
 // A run of statements on one connection in one transaction. Open() opens the store and begins the

@@ -231,6 +231,28 @@ void ListView::Remove(int index) {
     m_model->Remove_Row(index - 1);
 }
 
+int ListView::Add_Row(const QString& text, QStringList subItems) {
+    m_model->Append(text, 0);
+    const int index = Count();
+    if (!subItems.isEmpty())
+        m_model->Extra(index - 1).subItems = std::move(subItems);
+    return index;
+}
+
+void ListView::Remove_Range(int index, int count) {
+    if (count <= 0)
+        return;
+    Check_Index(index);
+    Check_Index(index + count - 1);
+    if (m_editIndex >= index + count) {
+        m_editIndex -= count;
+    } else if (m_editIndex >= index) {
+        m_editIndex = 0;
+        Close_Editor();
+    }
+    m_model->Remove_Rows(index - 1, count);
+}
+
 void ListView::Clear() {
     if (m_editIndex) {
         m_editIndex = 0;

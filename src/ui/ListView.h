@@ -51,6 +51,10 @@ public:
     void Clear();
     // Many rows at once (a fill from the store): same as Add for each, without per-row overhead.
     void Add_Many(const QStringList& texts, const QString& iconKey);
+    // A row with its sub-items at once (a report's result row): the same as Add and Set_Sub_Item.
+    int Add_Row(const QString& text, QStringList subItems);
+    // Removes `count` rows from `index` on in one go: the same as Remove(index) `count` times.
+    void Remove_Range(int index, int count);
     // Room for this many rows in all, so that a long run of Add does not keep growing the storage.
     void Reserve(int rows);
 

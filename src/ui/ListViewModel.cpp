@@ -68,20 +68,23 @@ void ListViewModel::Flush() {
     endInsertRows();
 }
 
-void ListViewModel::Remove_Row(int r) {
+void ListViewModel::Remove_Rows(int r, int count) {
     Flush();
-    beginRemoveRows(QModelIndex(), r, r);
-    if (m_bits[size_t(r)] & ListRow::kSelected)
-        --m_selectedCount;
-    m_texts.removeAt(r);
-    m_bits.erase(m_bits.begin() + r);
-    if (!m_extraOf.empty()) {
-        if (const quint32 slot = m_extraOf[size_t(r)]) {
-            m_extras[slot].reset();
-            m_freeExtras.push_back(slot);
+    beginRemoveRows(QModelIndex(), r, r + count - 1);
+    for (int i = r; i < r + count; ++i) {
+        if (m_bits[size_t(i)] & ListRow::kSelected)
+            --m_selectedCount;
+        if (!m_extraOf.empty()) {
+            if (const quint32 slot = m_extraOf[size_t(i)]) {
+                m_extras[slot].reset();
+                m_freeExtras.push_back(slot);
+            }
         }
-        m_extraOf.erase(m_extraOf.begin() + r);
     }
+    m_texts.remove(r, count);
+    m_bits.erase(m_bits.begin() + r, m_bits.begin() + r + count);
+    if (!m_extraOf.empty())
+        m_extraOf.erase(m_extraOf.begin() + r, m_extraOf.begin() + r + count);
     m_shown = Size();
     endRemoveRows();
 }

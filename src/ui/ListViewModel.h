@@ -59,7 +59,8 @@ public:
         m_texts.reserve(rows);
         m_bits.reserve(size_t(rows));
     }
-    void Remove_Row(int r);
+    void Remove_Row(int r) { Remove_Rows(r, 1); }
+    void Remove_Rows(int r, int count);
     void Remove_All();
     // Tells the views of rows appended since the last time.
     void Flush();

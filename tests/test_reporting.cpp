@@ -54,7 +54,7 @@ TEST(ReportKinds, ColumnSharesAddUpToTheirDenominator) {
     }
 }
 
-struct Row {
+struct TestRow {
     QString text;
     QStringList subs;
     bool bold;
@@ -62,16 +62,17 @@ struct Row {
 
 class Sheet final : public ReportSheet {
 public:
-    Sheet(int columns, std::vector<Row> rows) : m_columns(columns), m_rows(std::move(rows)) {}
+    Sheet(int columns, std::vector<TestRow> rows) : m_columns(columns), m_rows(std::move(rows)) {}
     int Rows() const override { return int(m_rows.size()); }
     int Columns() const override { return m_columns; }
-    QString Text(int row) const override { return m_rows[size_t(row - 1)].text; }
-    QString Sub_Item(int row, int sub) const override { return m_rows[size_t(row - 1)].subs.value(sub - 1); }
-    bool Bold(int row) const override { return m_rows[size_t(row - 1)].bold; }
+    SheetRow Row(int row) const override {
+        const auto& r = m_rows[size_t(row - 1)];
+        return {&r.text, r.subs.isEmpty() ? nullptr : &r.subs, r.bold};
+    }
 
 private:
     int m_columns;
-    std::vector<Row> m_rows;
+    std::vector<TestRow> m_rows;
 };
 
 // Each piece written at the file's end by its own unbuffered write, as the fragment has always been made.
@@ -124,7 +125,7 @@ TEST_F(ReportHtml, TwoColumnSheetIsWrittenByteForByteBehindWhatTheFileHolds) {
 }
 
 TEST_F(ReportHtml, BufferedWriterWritesWhatPieceByPieceWritesOnAnySheet) {
-    std::vector<Row> rows;
+    std::vector<TestRow> rows;
     for (int i = 0; i < 3500; ++i)
         rows.push_back({i % 7 == 0 ? QString() : QStringLiteral("http://h%1.example/ü?x=1&y=2").arg(i),
                         {QStringLiteral("h%1.example").arg(i), QString(), QStringLiteral("%1").arg(i * 31)},

@@ -26,12 +26,10 @@ public:
     ListSheet(const ui::ListView& list, ui::BusyCursor& busy) : m_list(list), m_busy(busy) {}
     int Rows() const override { return m_list.Count(); }
     int Columns() const override { return m_list.Column_Count(); }
-    QString Text(int row) const override {
+    SheetRow Row(int row) const override {
         m_busy.Let_Paint();
-        return m_list.Text(row);
+        return {&m_list.Text_In_Place(row), m_list.Sub_Items_In_Place(row), m_list.Bold(row)};
     }
-    QString Sub_Item(int row, int sub) const override { return m_list.Sub_Item(row, sub); }
-    bool Bold(int row) const override { return m_list.Bold(row); }
 
 private:
     const ui::ListView& m_list;
@@ -247,6 +245,7 @@ void frmReport::cmdDeleteReport_Click() {
     m_busy = true;
     Guarded([&] {
         ui::BusyCursor busy;
+        StorePaintsWhileBusy painting;
         // The sheet keeps its title, criteria and headings; the rows go before the store is touched.
         lvwReport->Remove_Range(kHeadRows + 1, count - kHeadRows);
         platform().Do_Events();
@@ -302,6 +301,13 @@ void frmReport::cmdExport_Click() {
 
 void frmReport::cmdClose_Click() {
     Unload();
+}
+
+void frmReport::Form_QueryUnload(int& Cancel, int UnloadMode) {
+    (void)UnloadMode;
+    // The window repaints while a delete or an export runs; it cannot go from under them.
+    if (m_busy)
+        Cancel = 1;
 }
 
 void frmReport::Form_KeyPress(int& KeyAscii) {

@@ -45,6 +45,7 @@ public:
 
 protected:
     void Form_KeyPress(int& KeyAscii) override;
+    void Form_QueryUnload(int& Cancel, int UnloadMode) override;
     void resizeEvent(QResizeEvent* e) override;
 
 private:

@@ -159,6 +159,13 @@ void frmReporting::Form_KeyPress(int& KeyAscii) {
     }
 }
 
+void frmReporting::Form_QueryUnload(int& Cancel, int UnloadMode) {
+    (void)UnloadMode;
+    // The window repaints while a long report loads; the page cannot go from under it.
+    if (m_creating)
+        Cancel = 1;
+}
+
 void frmReporting::cboReportingType_Click() {
     const int type = cboReportingType->ListIndex();
     const report::Kind& kind = report::Kind_At(type);

@@ -46,6 +46,7 @@ public:
 protected:
     void Form_Load() override;
     void Form_KeyPress(int& KeyAscii) override;
+    void Form_QueryUnload(int& Cancel, int UnloadMode) override;
 
 private:
     void Set_Controls_Enabled();

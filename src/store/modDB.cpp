@@ -5,6 +5,7 @@
 #include "platform/Platform.h"
 #include "store/Statements.h"
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QStringEncoder>
@@ -160,6 +161,18 @@ Connection* Find(int handle) {
     return it == reg.end() ? nullptr : it->second.get();
 }
 
+int g_paintHolders = 0;
+
+// Called by SQLite every so many steps of its machine.
+int Let_Paint(void*) {
+    static QElapsedTimer sincePaint;
+    if (g_paintHolders > 0 && (!sincePaint.isValid() || sincePaint.elapsed() >= 100)) {
+        platform().Do_Events();
+        sincePaint.start();
+    }
+    return 0; // never interrupts the statement
+}
+
 // Reports what Db_Open found and gives no connection.
 int Open_Failed() {
     Show_Error(Err().Description, true);
@@ -221,6 +234,11 @@ int Db_Open(const QString& path) {
         Err().Set(errnum::PathFileAccessError);
         return Open_Failed();
     }
+    // Deleted usage rows need not be overwritten on disk, and a delete of a million report rows keeps its
+    // pages in memory until the commit instead of spilling them to the file on the way.
+    sqlite3_exec(db, "PRAGMA secure_delete=OFF", nullptr, nullptr, nullptr);
+    sqlite3_exec(db, "PRAGMA cache_size=-65536", nullptr, nullptr, nullptr);
+    sqlite3_progress_handler(db, 100000, &Let_Paint, nullptr);
     return Register(std::make_unique<Connection>(db));
 }
 
@@ -361,6 +379,14 @@ bool Run_Query_Rows(const Sql& sql, const RowSink& row, long& rows) {
         Report_Error();
     Db_Close(handle);
     return ok;
+}
+
+StorePaintsWhileBusy::StorePaintsWhileBusy() {
+    ++g_paintHolders;
+}
+
+StorePaintsWhileBusy::~StorePaintsWhileBusy() {
+    --g_paintHolders;
 }
 
 bool Run_Query(const Sql& sql, long& rows, ResultTable& table) {

@@ -48,6 +48,17 @@ void Db_Close(int handle); // 0 is ignored
 bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows);
 
 bool Run_Query(const Sql& sql, long& rows, ResultTable& table);
+
+// While one of these exists, a statement that runs long (a delete of a million rows) lets the platform
+// process pending events now and then, so the window stays painted. The caller keeps its own controls
+// from starting other work meanwhile.
+class StorePaintsWhileBusy final {
+public:
+    StorePaintsWhileBusy();
+    ~StorePaintsWhileBusy();
+    StorePaintsWhileBusy(const StorePaintsWhileBusy&) = delete;
+    StorePaintsWhileBusy& operator=(const StorePaintsWhileBusy&) = delete;
+};
 // Runs a query as Run_Query does, but hands each result row to `row` as it is stepped (the cells as texts,
 // NULL as an empty text) instead of keeping a table: for results that run to millions of rows. The cells
 // are valid for the call only. `rows` counts the rows handed over.

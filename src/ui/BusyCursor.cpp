@@ -14,6 +14,7 @@ int g_holders = 0;
 BusyCursor::BusyCursor() {
     ++g_holders;
     QGuiApplication::setOverrideCursor(QCursor(Qt::WaitCursor));
+    m_sincePaint.start();
 }
 
 BusyCursor::~BusyCursor() {
@@ -26,9 +27,12 @@ bool BusyCursor::Active() {
 }
 
 void BusyCursor::Let_Paint(int every) {
-    if (++m_units >= every) {
-        m_units = 0;
+    if (++m_units < every)
+        return;
+    m_units = 0;
+    if (m_sincePaint.elapsed() >= kPaintIntervalMs) {
         platform().Do_Events();
+        m_sincePaint.restart();
     }
 }
 

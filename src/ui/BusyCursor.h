@@ -4,6 +4,8 @@
 //
 // Work that shows a busy cursor also lets the window repaint now and then through the platform's
 // event processing (Let_Paint), so the program never looks hung.
+#include <QElapsedTimer>
+
 namespace hv::ui {
 
 class BusyCursor final {
@@ -15,11 +17,16 @@ public:
 
     // True while any holder exists.
     static bool Active();
-    // Called once per unit of work (a row): every `every` units the platform processes pending events.
-    void Let_Paint(int every = 65536);
+    // Called once per unit of work (a row). Every `every` units it looks at the clock, and when a tenth of
+    // a second has passed since the work began or last let the window paint, the platform processes the
+    // pending events: the window stays painted without the work paying for a repaint per row.
+    void Let_Paint(int every = 4096);
+
+    static constexpr qint64 kPaintIntervalMs = 100;
 
 private:
     int m_units = 0;
+    QElapsedTimer m_sincePaint;
 };
 
 } // namespace hv::ui

@@ -281,6 +281,17 @@ void ListView::Set_Text(int index, const QString& text) {
     m_model->Changed(index - 1, 0);
 }
 
+const QString& ListView::Text_In_Place(int index) const {
+    Check_Index(index);
+    return m_model->Text(index - 1);
+}
+
+const QStringList* ListView::Sub_Items_In_Place(int index) const {
+    Check_Index(index);
+    const ListRowExtra* extra = m_model->Extra_If(index - 1);
+    return extra ? &extra->subItems : nullptr;
+}
+
 QString ListView::Sub_Item(int index, int sub) const {
     Check_Index(index);
     if (sub < 1)

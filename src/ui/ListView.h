@@ -61,6 +61,10 @@ public:
     QString Text(int index) const;
     void Set_Text(int index, const QString& text);
     QString Sub_Item(int index, int sub) const; // sub 1.. for columns 2..
+    // The row's text and sub-items in place, for reading every cell of a long list without copies; the
+    // sub-items are null for a row that has none. Valid until the list changes.
+    const QString& Text_In_Place(int index) const;
+    const QStringList* Sub_Items_In_Place(int index) const;
     void Set_Sub_Item(int index, int sub, const QString& text);
     QString Icon_Key(int index) const;
     void Set_Icon_Key(int index, const QString& key);

@@ -8,19 +8,25 @@
 // hundred writes instead of tens of millions. A file that cannot be opened or written raises "Path/File
 // access error" (75); an empty name raises "Bad file name or number" (52).
 #include <QString>
+#include <QStringList>
 #include <QStringView>
 
 namespace hv {
 
-// What the writer reads of a sheet: rows and cells numbered from 1, as the list view numbers them.
+// One row of a sheet as it stands, read in place: a million-row export copies no cell.
+struct SheetRow {
+    const QString* text;
+    const QStringList* subItems; // sub-item s at s-1; null or short where the row has fewer
+    bool bold;
+};
+
+// What the writer reads of a sheet: rows numbered from 1, as the list view numbers them.
 class ReportSheet {
 public:
     virtual ~ReportSheet() = default;
     virtual int Rows() const = 0;
     virtual int Columns() const = 0;
-    virtual QString Text(int row) const = 0;
-    virtual QString Sub_Item(int row, int sub) const = 0; // sub 1.. for columns 2..
-    virtual bool Bold(int row) const = 0;
+    virtual SheetRow Row(int row) const = 0;
 };
 
 // Where the pieces go, in order.

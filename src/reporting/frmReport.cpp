@@ -96,6 +96,10 @@ void frmReport::Show_This_Form() {
 }
 
 bool frmReport::Fill_Report() {
+    // Without the selection page there is no statement to run.
+    const auto* open = dynamic_cast<frmReporting*>(ui::Forms::Find(QStringLiteral("frmReporting")));
+    if (!open || !open->Loaded())
+        return false;
     frmReporting& selection = Selection();
     ui::BusyCursor busy;
     long rows = 0;

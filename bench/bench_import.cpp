@@ -9,9 +9,9 @@
 #include "BenchCommon.h"
 #include "console/frmMain.h"
 #include "filters/frmWebsiteFilter.h"
-#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "store/modDB.h"
+#include "testing/ScriptedPlatform.h"
 #include "ui/Forms.h"
 
 #include <QApplication>

@@ -10,10 +10,10 @@
 // may be shared with other work, which stretches wall times at random: the targets are judged by the CPU
 // time (user and system) of the thread that does the work, the one the user waits for, and wall times are
 // printed beside them.
+#include "BenchCommon.h"
 #include "reporting/frmReport.h"
 #include "reporting/frmReporting.h"
 #include "reporting/model/ReportKinds.h"
-#include "testing/ScriptedPlatform.h"
 #include "ui/Forms.h"
 #include "ui/Session.h"
 
@@ -29,8 +29,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <sys/wait.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {
@@ -40,16 +38,6 @@ constexpr int kReportRows = 1'000'000;
 constexpr double kAllowance = 2.0;
 constexpr double kDeleteLimitMs = 500;
 constexpr int kRounds = 2;
-
-long Peak_Kb() {
-    QFile f(QStringLiteral("/proc/self/status"));
-    if (!f.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray& line : f.readAll().split('\n'))
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).trimmed().split(' ').value(0).toLong();
-    return -1;
-}
 
 double Ms(const QElapsedTimer& clock) {
     return double(clock.nsecsElapsed()) / 1e6;
@@ -193,7 +181,7 @@ Result Run_Reference(const QString& dir, const QDate& start, const QDate& stop) 
     sqlite3_finalize(st);
     sqlite3_close(db);
     r.open = Lap(clock);
-    r.peakKb = Peak_Kb();
+    r.peakKb = hv::bench::Peak_Kb();
     if (cells.size() != size_t(kReportRows) * size_t(columns))
         Fail("the reference did not read the report's rows");
     return r;
@@ -228,7 +216,7 @@ Result Run_Console(const QString& dir, const QDate& start, const QDate& stop) {
     auto& sheet = hv::ui::Forms::Get<hv::frmReport>();
     Settle(*sheet.lvwReport->View_Widget());
     r.open = Lap(clock);
-    r.peakKb = Peak_Kb();
+    r.peakKb = hv::bench::Peak_Kb();
     if (sheet.lvwReport->Count() != kReportRows + 9 || !platform.boxes.empty())
         Fail("the sheet does not hold the report's rows");
 
@@ -286,28 +274,10 @@ Result In_Child(Variant variant, const QString& master, int argc, char** argv) {
         start = QDate::fromString(QString::fromLatin1(parts.value(0)), Qt::ISODate);
         stop = QDate::fromString(QString::fromLatin1(parts.value(1)), Qt::ISODate);
     }
-    int fds[2];
-    if (pipe(fds) != 0)
-        Fail("no pipe");
-    const pid_t pid = fork();
-    if (pid == 0) {
-        close(fds[0]);
-        QApplication app(argc, argv);
-        const Result r = variant == Reference ? Run_Reference(dir.path(), start, stop)
-                                              : Run_Console(dir.path(), start, stop);
-        if (write(fds[1], &r, sizeof r) != ssize_t(sizeof r))
-            _exit(2);
-        _exit(0);
-    }
-    close(fds[1]);
-    Result r;
-    const bool ok = read(fds[0], &r, sizeof r) == ssize_t(sizeof r);
-    close(fds[0]);
-    int status = 0;
-    waitpid(pid, &status, 0);
-    if (!ok || !WIFEXITED(status) || WEXITSTATUS(status) != 0)
-        Fail("a variant failed");
-    return r;
+    return hv::bench::In_Child_Process(argc, argv, [&] {
+        return variant == Reference ? Run_Reference(dir.path(), start, stop)
+                                    : Run_Console(dir.path(), start, stop);
+    });
 }
 
 } // namespace

@@ -247,6 +247,7 @@ void frmReport::cmdDeleteReport_Click() {
                MsgButtons::YesNo) != MsgAnswer::Yes)
         return;
     m_busy = true;
+    bool deleted = false;
     Guarded([&] {
         ui::BusyCursor busy;
         StorePaintsWhileBusy painting;
@@ -254,12 +255,13 @@ void frmReport::cmdDeleteReport_Click() {
         lvwReport->Remove_Range(kHeadRows + 1, count - kHeadRows);
         platform().Do_Events();
         const frmReporting& s = Selection();
-        const Sql sql = report::Report_Delete(s.Report_Type(), s.Filter_Type(), Current_Subject().userId,
-                                              s.dtpkStartTime->date(), s.dtpkStopTime->date());
-        if (Run_In_Transaction(sql))
-            MsgBox(QStringLiteral("Successfuly deleted the listed Report(s)"), MsgStyle::Information);
+        deleted = Run_In_Transaction(report::Report_Delete(s.Report_Type(), s.Filter_Type(),
+                                                           Current_Subject().userId, s.dtpkStartTime->date(),
+                                                           s.dtpkStopTime->date()));
     });
     m_busy = false;
+    if (deleted)
+        MsgBox(QStringLiteral("Successfuly deleted the listed Report(s)"), MsgStyle::Information);
 }
 
 QString frmReport::Default_Export_Name() const {

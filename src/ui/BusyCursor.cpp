@@ -5,11 +5,14 @@
 #include <QCursor>
 #include <QGuiApplication>
 
+#include <atomic>
+
 namespace hv::ui {
 
 namespace {
-int g_holders = 0;
-}
+// Read by threads that wait for long work to end.
+std::atomic<int> g_holders{0};
+} // namespace
 
 BusyCursor::BusyCursor() {
     ++g_holders;

@@ -15,7 +15,7 @@ public:
     BusyCursor(const BusyCursor&) = delete;
     BusyCursor& operator=(const BusyCursor&) = delete;
 
-    // True while any holder exists.
+    // True while any holder exists; any thread may ask.
     static bool Active();
     // Called once per unit of work (a row). Every `every` units it looks at the clock, and when a tenth of
     // a second has passed since the work began or last let the window paint, the platform processes the

@@ -1,8 +1,10 @@
 #include "ui/ListViewModel.h"
 
+#include "ui/BusyCursor.h"
 #include "ui/Controls.h"
 #include "ui/ListView.h"
 
+#include <chrono>
 #include <thread>
 
 namespace hv::ui {
@@ -112,7 +114,13 @@ void ListViewModel::Remove_Rows(int r, int count) {
     m_shown = Size();
     endRemoveRows();
     if (aside)
-        std::thread([rows = std::move(removed)]() mutable { rows.reset(); }).detach();
+        std::thread([rows = std::move(removed)]() mutable {
+            // Freeing competes for memory with whatever long work removed the rows (a delete in the store
+            // runs next): it waits until that work is over.
+            while (BusyCursor::Active())
+                std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            rows.reset();
+        }).detach();
 }
 
 void ListViewModel::Remove_All() {

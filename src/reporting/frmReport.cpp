@@ -86,7 +86,16 @@ void frmReport::Open(const QString& word, QWidget* owner) {
 
 void frmReport::Show_This_Form() {
     bool filled = false;
-    Guarded([&] { filled = Fill_Report(); });
+    {
+        // The window repaints while a long report loads; the selection cannot change meanwhile.
+        QWidget* selection = ui::Forms::Find(QStringLiteral("frmReporting"));
+        const bool wasEnabled = selection && selection->isEnabled();
+        if (wasEnabled)
+            selection->setEnabled(false);
+        Guarded([&] { filled = Fill_Report(); });
+        if (wasEnabled)
+            selection->setEnabled(true);
+    }
     if (filled) {
         Show_Modal(&Selection());
         return;
@@ -102,6 +111,7 @@ bool frmReport::Fill_Report() {
         return false;
     frmReporting& selection = Selection();
     ui::BusyCursor busy;
+    StorePaintsWhileBusy painting; // the statement sorts a long report before its first row
     long rows = 0;
     int columns = 0;
     bool started = false;

@@ -3,6 +3,7 @@
 #include "platform/Err.h"
 
 #include <QDateTime>
+#include <QHash>
 
 namespace hv::report {
 

@@ -237,6 +237,9 @@ void frmReporting::cmdCreateReport_Click() {
         Report_Query = report::Report_Query(cboReportingType->ListIndex(), cboFilterType->ListIndex(),
                                             Current_Subject().userId, dtpkStartTime->date(),
                                             dtpkStopTime->date(), column, descending);
+        // Each report starts from an empty sheet; one still open from before goes first.
+        if (ui::Form* previous = ui::Forms::Find(QStringLiteral("frmReport")))
+            previous->Unload();
         ui::Forms::Get<frmReport>().Show_This_Form();
     });
     m_creating = false;

@@ -360,6 +360,11 @@ bool Run_Query_Rows(const Sql& sql, const RowSink& row, long& rows) {
     const int handle = Db_Open(Get_Db_Path());
     if (handle == 0)
         return false;
+    // The sink may raise a run-time failure of its own; the connection is closed on that path too.
+    struct Closer {
+        int handle;
+        ~Closer() { Db_Close(handle); }
+    } closer{handle};
     bool ok = true;
     bool empty = false;
     Connection* conn = Find(handle);
@@ -377,7 +382,6 @@ bool Run_Query_Rows(const Sql& sql, const RowSink& row, long& rows) {
     }
     if (!ok)
         Report_Error();
-    Db_Close(handle);
     return ok;
 }
 

@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QFile>
 
+#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QString>
@@ -19,6 +20,11 @@
 
 #include <algorithm>
 #include <ctime>
+#include <cstdio>
+#include <cstdlib>
+#include <sys/wait.h>
+#include <type_traits>
+#include <unistd.h>
 
 namespace hv::bench {
 
@@ -114,6 +120,47 @@ inline int Insert_Prepared(sqlite3* db, const QStringList& values, long long use
     sqlite3_finalize(st);
     sqlite3_exec(db, "COMMIT TRANSACTION MY_TRANS", nullptr, nullptr, nullptr);
     return failed;
+}
+
+// The peak resident memory of this process so far (VmHWM), in KiB; -1 when it cannot be read.
+inline long Peak_Kb() {
+    QFile f(QStringLiteral("/proc/self/status"));
+    if (!f.open(QIODevice::ReadOnly))
+        return -1;
+    for (const QByteArray& line : f.readAll().split('\n'))
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().split(' ').value(0).toLong();
+    return -1;
+}
+
+// Runs `work` in a child process with an application of its own, so that its peak memory is its own, and
+// hands back what it gives. A child that fails ends the benchmark with status 2.
+template <class F> auto In_Child_Process(int argc, char** argv, F work) {
+    using Result = decltype(work());
+    static_assert(std::is_trivially_copyable_v<Result>);
+    int fds[2];
+    if (pipe(fds) != 0)
+        std::exit(2);
+    const pid_t pid = fork();
+    if (pid == 0) {
+        close(fds[0]);
+        QApplication app(argc, argv);
+        const Result r = work();
+        if (write(fds[1], &r, sizeof r) != ssize_t(sizeof r))
+            _exit(2);
+        _exit(0);
+    }
+    close(fds[1]);
+    Result r{};
+    const bool ok = read(fds[0], &r, sizeof r) == ssize_t(sizeof r);
+    close(fds[0]);
+    int status = 0;
+    waitpid(pid, &status, 0);
+    if (!ok || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
+        std::fprintf(stderr, "a variant failed in its own process\n");
+        std::exit(2);
+    }
+    return r;
 }
 
 } // namespace hv::bench

@@ -23,6 +23,8 @@
 #include "filters/frmWebsiteFilter.h"
 #include "schedulers/frmApplicationScheduler.h"
 #include "schedulers/frmInternetScheduler.h"
+#include "reporting/frmReport.h"
+#include "reporting/frmReporting.h"
 
 namespace hv {
 
@@ -56,6 +58,8 @@ void Register_All_Forms() {
     Add<frmInternetSettings>("frmInternetSettings");
     Add<frmManageUsers>("frmManageUsers");
     Add<frmExceptionList>("frmExceptionList");
+    Add<frmReporting>("frmReporting");
+    Add<frmReport>("frmReport");
 }
 
 } // namespace hv

@@ -474,8 +474,10 @@ bool Create_Store(const QString& path, bool force, QString* error) {
     bool ok = false;
     {
         Store store;
-        ok = store.Open(part, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, error) && Use_Wal(store, error) &&
-             store.Exec("BEGIN", error);
+        // Larger pages: a delete of a million report rows has a quarter of the pages to go through. The page
+        // size is set before the write-ahead log, which fixes it.
+        ok = store.Open(part, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, error) &&
+             store.Exec("PRAGMA page_size=16384", error) && Use_Wal(store, error) && store.Exec("BEGIN", error);
         for (const char* statement : kSchema)
             ok = ok && store.Exec(statement, error);
         ok = ok && store.Exec("COMMIT", error);

@@ -5,12 +5,14 @@
 #include "platform/Platform.h"
 #include "store/Statements.h"
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QStringEncoder>
 #include <sqlite3.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <map>
 #include <memory>
@@ -170,6 +172,18 @@ Connection* Find(int handle) {
     return it == reg.end() ? nullptr : it->second.get();
 }
 
+int g_paintHolders = 0;
+
+// Called by SQLite every so many steps of its machine.
+int Let_Paint(void*) {
+    static QElapsedTimer sincePaint;
+    if (g_paintHolders > 0 && (!sincePaint.isValid() || sincePaint.elapsed() >= 100)) {
+        platform().Do_Events();
+        sincePaint.start();
+    }
+    return 0; // never interrupts the statement
+}
+
 // Reports what Db_Open found and gives no connection.
 int Open_Failed() {
     Show_Error(Err().Description, true);
@@ -231,6 +245,11 @@ int Db_Open(const QString& path) {
         Err().Set(errnum::PathFileAccessError);
         return Open_Failed();
     }
+    // Deleted usage rows need not be overwritten on disk, and a delete of a million report rows keeps its
+    // pages in memory until the commit instead of spilling them to the file on the way.
+    sqlite3_exec(db, "PRAGMA secure_delete=OFF", nullptr, nullptr, nullptr);
+    sqlite3_exec(db, "PRAGMA cache_size=-65536", nullptr, nullptr, nullptr);
+    sqlite3_progress_handler(db, 100000, &Let_Paint, nullptr);
     return Register(std::make_unique<Connection>(db));
 }
 
@@ -239,26 +258,27 @@ void Db_Close(int handle) {
         Connections().erase(handle);
 }
 
-bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
-    if (handle == 0)
-        return false;
-    table.Clear();
-    Connection* conn = Find(handle);
-    if (!conn)
-        return Sql_Failed(QString::fromUtf8(sqlite3_errstr(SQLITE_MISUSE)));
+namespace {
+
+// Prepares the statement on the connection and binds its values; null after reporting a failure, or null
+// with `empty` set for a text that holds no statement.
+sqlite3_stmt* Prepare_Bound(Connection* conn, const Sql& sql, bool& empty) {
+    empty = false;
     // A value with an apostrophe would have ended its literal early and broken the statement; it is
     // refused with SQLite's words for the broken text, and nothing of it runs.
-    if (sql.Has_Quote_In_Text())
-        return Sql_Failed(Broken_Literal_Message(conn->Db(), sql));
-
+    if (sql.Has_Quote_In_Text()) {
+        Sql_Failed(Broken_Literal_Message(conn->Db(), sql));
+        return nullptr;
+    }
     int rc = SQLITE_OK;
     sqlite3_stmt* stmt = conn->Prepare(sql.Bound_Text(), rc);
-    if (rc != SQLITE_OK)
-        return Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
+    if (rc != SQLITE_OK) {
+        Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
+        return nullptr;
+    }
     if (!stmt) {
-        table.Set_Columns({});
-        rows = 0;
-        return true;
+        empty = true;
+        return nullptr;
     }
 
     // The texts are written as UTF-8, the store's encoding, into the connection's buffer, which outlives the
@@ -279,8 +299,48 @@ bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
         } else {
             rc = sqlite3_bind_int64(stmt, index, p.number);
         }
-        if (rc != SQLITE_OK)
-            return Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
+        if (rc != SQLITE_OK) {
+            Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
+            return nullptr;
+        }
+    }
+    return stmt;
+}
+
+// Steps the statement to its end, handing over each row; reports a failure of the step.
+bool Step_All(Connection* conn, sqlite3_stmt* stmt, const std::function<void()>& row) {
+    int rc;
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW)
+        row();
+    const bool ok = rc == SQLITE_DONE;
+    const QString message = ok ? QString() : QString::fromUtf8(sqlite3_errmsg(conn->Db()));
+    sqlite3_reset(stmt);
+    sqlite3_clear_bindings(stmt);
+    return ok || Sql_Failed(message);
+}
+
+QString Cell_Text(sqlite3_stmt* stmt, int c) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, c));
+    return QString::fromUtf8(text, sqlite3_column_bytes(stmt, c));
+}
+
+} // namespace
+
+bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
+    if (handle == 0)
+        return false;
+    table.Clear();
+    Connection* conn = Find(handle);
+    if (!conn)
+        return Sql_Failed(QString::fromUtf8(sqlite3_errstr(SQLITE_MISUSE)));
+    bool empty = false;
+    sqlite3_stmt* stmt = Prepare_Bound(conn, sql, empty);
+    if (!stmt) {
+        if (!empty)
+            return false;
+        table.Set_Columns({});
+        rows = 0;
+        return true;
     }
 
     const int columns = sqlite3_column_count(stmt);
@@ -290,34 +350,61 @@ bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
         names.push_back(QString::fromUtf8(sqlite3_column_name(stmt, c)));
     table.Set_Columns(names);
 
-    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
+    const bool ok = Step_All(conn, stmt, [&] {
         table.Begin_Row();
         for (int c = 0; c < columns; ++c) {
             const int type = sqlite3_column_type(stmt, c);
-            if (type == SQLITE_NULL) {
+            if (type == SQLITE_NULL)
                 table.Append_Cell(std::nullopt);
-                continue;
-            }
             // A whole number is written out here, as SQLite would write it, without SQLite making a text
             // of its own first: key columns are read by the thousand.
-            if (type == SQLITE_INTEGER) {
+            else if (type == SQLITE_INTEGER)
                 table.Append_Cell(QString::number(sqlite3_column_int64(stmt, c)));
-                continue;
-            }
-            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, c));
-            table.Append_Cell(QString::fromUtf8(text, sqlite3_column_bytes(stmt, c)));
+            else
+                table.Append_Cell(Cell_Text(stmt, c));
         }
+    });
+    if (ok)
+        rows = table.Rows();
+    return ok;
+}
+
+bool Run_Query_Rows(const Sql& sql, const RowSink& row, long& rows) {
+    rows = 0;
+    const int handle = Db_Open(Get_Db_Path());
+    if (handle == 0)
+        return false;
+    // The sink may raise a run-time failure of its own; the connection is closed on that path too.
+    struct Closer {
+        int handle;
+        ~Closer() { Db_Close(handle); }
+    } closer{handle};
+    bool ok = true;
+    bool empty = false;
+    Connection* conn = Find(handle);
+    if (sqlite3_stmt* stmt = Prepare_Bound(conn, sql, empty)) {
+        const int columns = sqlite3_column_count(stmt);
+        std::vector<QString> cells(static_cast<size_t>(columns));
+        ok = Step_All(conn, stmt, [&] {
+            for (int c = 0; c < columns; ++c)
+                cells[size_t(c)] = Cell_Text(stmt, c);
+            ++rows;
+            row(cells.data(), columns);
+        });
+    } else {
+        ok = empty;
     }
-    if (rc != SQLITE_DONE) {
-        const QString message = QString::fromUtf8(sqlite3_errmsg(conn->Db()));
-        sqlite3_reset(stmt);
-        sqlite3_clear_bindings(stmt);
-        return Sql_Failed(message);
-    }
-    sqlite3_reset(stmt);
-    sqlite3_clear_bindings(stmt);
-    rows = table.Rows();
-    return true;
+    if (!ok)
+        Report_Error();
+    return ok;
+}
+
+StorePaintsWhileBusy::StorePaintsWhileBusy() {
+    ++g_paintHolders;
+}
+
+StorePaintsWhileBusy::~StorePaintsWhileBusy() {
+    --g_paintHolders;
 }
 
 bool Run_Query(const Sql& sql, long& rows, ResultTable& table) {

@@ -55,6 +55,22 @@ void Db_Close(int handle); // 0 is ignored
 bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows);
 
 bool Run_Query(const Sql& sql, long& rows, ResultTable& table);
+
+// While one of these exists, a statement that runs long (a delete of a million rows) lets the platform
+// process pending events now and then, so the window stays painted. The caller keeps its own controls
+// from starting other work meanwhile.
+class StorePaintsWhileBusy final {
+public:
+    StorePaintsWhileBusy();
+    ~StorePaintsWhileBusy();
+    StorePaintsWhileBusy(const StorePaintsWhileBusy&) = delete;
+    StorePaintsWhileBusy& operator=(const StorePaintsWhileBusy&) = delete;
+};
+// Runs a query as Run_Query does, but hands each result row to `row` as it is stepped (the cells as texts,
+// NULL as an empty text) instead of keeping a table: for results that run to millions of rows. The cells
+// are valid for the call only. `rows` counts the rows handed over.
+using RowSink = std::function<void(const QString* cells, int count)>;
+bool Run_Query_Rows(const Sql& sql, const RowSink& row, long& rows);
 bool Run_In_Transaction(const Sql& sql);
 
 // A run of statements on one connection in one transaction. Open() opens the store and begins the

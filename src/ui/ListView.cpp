@@ -234,6 +234,28 @@ void ListView::Remove(int index) {
     m_model->Remove_Row(index - 1);
 }
 
+int ListView::Add_Row(const QString& text, QStringList subItems) {
+    m_model->Append(text, 0);
+    const int index = Count();
+    if (!subItems.isEmpty())
+        m_model->Extra(index - 1).subItems = std::move(subItems);
+    return index;
+}
+
+void ListView::Remove_Range(int index, int count) {
+    if (count <= 0)
+        return;
+    Check_Index(index);
+    Check_Index(index + count - 1);
+    if (m_editIndex >= index + count) {
+        m_editIndex -= count;
+    } else if (m_editIndex >= index) {
+        m_editIndex = 0;
+        Close_Editor();
+    }
+    m_model->Remove_Rows(index - 1, count);
+}
+
 void ListView::Clear() {
     if (m_editIndex) {
         m_editIndex = 0;
@@ -255,6 +277,17 @@ void ListView::Set_Text(int index, const QString& text) {
     Check_Index(index);
     m_model->Set_Text(index - 1, text);
     m_model->Changed(index - 1, 0);
+}
+
+const QString& ListView::Text_In_Place(int index) const {
+    Check_Index(index);
+    return m_model->Text(index - 1);
+}
+
+const QStringList* ListView::Sub_Items_In_Place(int index) const {
+    Check_Index(index);
+    const ListRowExtra* extra = m_model->Extra_If(index - 1);
+    return extra ? &extra->subItems : nullptr;
 }
 
 QString ListView::Sub_Item(int index, int sub) const {

@@ -60,7 +60,12 @@ public:
     ListRowExtra& Extra(int r); // made when the row has none yet
     void Append(const QString& text, quint32 iconNumber);
     void Append_All(const QStringList& texts, quint32 iconNumber);
-    void Remove_Row(int r);
+    void Reserve(int rows) {
+        m_texts.reserve(rows);
+        m_bits.reserve(size_t(rows));
+    }
+    void Remove_Row(int r) { Remove_Rows(r, 1); }
+    void Remove_Rows(int r, int count);
     void Remove_All();
     // Tells the views of rows appended since the last time.
     void Flush();

@@ -3,10 +3,9 @@
 // Another process holds the store (the enforcement components read it all the time, and write report rows)
 // while the rule pages add, remove and import: whatever reaches the store or not, the list shows afterwards
 // exactly what is stored, and a write that did not reach the store is reported.
-#include "console/ConsoleSession.h"
-#include "console/frmMain.h"
 #include "filters/frmPortFilter.h"
 #include "filters/frmWebsiteFilter.h"
+#include "testing/ConsoleWorld.h"
 #include "testing/StoreTest.h"
 #include "ui/Controls.h"
 #include "ui/Forms.h"
@@ -56,23 +55,12 @@ private:
 // A rule page (the website filter unless told) open on a store of the test's making, in All User Mode.
 class RulePage final {
 public:
-    RulePage() { Set_Session(&m_console); }
-    ~RulePage() {
-        if (m_page)
-            m_page->Unload();
-        if (m_main)
-            m_main->Unload();
-        Set_Session(nullptr);
-    }
-
-    ScriptedPlatform desktop;
-    const QString store = desktop.Windows_Directory() + QStringLiteral("/hvpolicy.iil");
+    hv::testing::ConsoleWorld world;
+    ScriptedPlatform& desktop = world.desktop;
+    const QString store = world.store;
 
     template <class Page = frmWebsiteFilter> void Open(const char* listName = "lvwBlackList") {
-        m_main = &ui::Forms::Get<frmMain>();
-        m_main->Load();
-        m_page = &ui::Forms::Get<Page>();
-        m_page->Show_Modal();
+        m_page = &world.Open<Page>();
         list = m_page->findChild<ui::ListView*>(QLatin1String(listName));
     }
     void Click(const char* button) { m_page->findChild<QAbstractButton*>(QLatin1String(button))->click(); }
@@ -98,9 +86,6 @@ public:
     ui::ListView* list = nullptr;
 
 private:
-    PlatformScope m_scope{desktop};
-    ConsoleSession m_console;
-    frmMain* m_main = nullptr;
     ui::Form* m_page = nullptr;
 };
 

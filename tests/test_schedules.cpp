@@ -71,31 +71,29 @@ TEST(ScheduleModel, CheckListsGiveTheSameTextsAndMasksAsTheStoredMasks) {
     EXPECT_EQ(days.Item_Text(1), "Sunday");
     EXPECT_EQ(months.Item_Text(9), "September");
 
-    for (long mask : {1L, 10L, 65L, 127L}) {
-        Clear_Checks(days, months);
-        QString text;
-        Weekday_Mask_To_Text(mask, text);
-        Check_Weekdays_From_Text(text, days);
-        QString listed;
-        long back = 0;
-        Checked_Items_To_Text(listed, days);
-        Checked_Items_To_Mask(back, days);
-        EXPECT_EQ(listed, text);
-        EXPECT_EQ(back, mask);
-        EXPECT_EQ(Weekday_Names_To_Bits(text), mask);
-    }
-    for (long mask : {1L, 2049L, 4095L, 48L}) {
-        Clear_Checks(days, months);
-        QString text;
-        Month_Mask_To_Text(mask, text);
-        Check_Months_From_Text(text, months);
-        QString listed;
-        long back = 0;
-        Checked_Items_To_Text(listed, months);
-        Checked_Items_To_Mask(back, months);
-        EXPECT_EQ(listed, text);
-        EXPECT_EQ(back, mask);
-        EXPECT_EQ(Month_Names_To_Bits(text), mask);
+    struct Kind {
+        FakeCheckList& list;
+        bool (*toText)(long, QString&);
+        void (*fromText)(const QString&, CheckList&);
+        long (*namesToBits)(const QString&);
+        std::vector<long> masks;
+    };
+    // clang-format off
+    for (const Kind& k : {Kind{days, Weekday_Mask_To_Text, Check_Weekdays_From_Text, Weekday_Names_To_Bits, {1, 10, 65, 127}},
+                          Kind{months, Month_Mask_To_Text, Check_Months_From_Text, Month_Names_To_Bits, {1, 2049, 4095, 48}}}) {
+        // clang-format on
+        for (long mask : k.masks) {
+            Clear_Checks(days, months);
+            QString text, listed;
+            k.toText(mask, text);
+            k.fromText(text, k.list);
+            long back = 0;
+            Checked_Items_To_Text(listed, k.list);
+            Checked_Items_To_Mask(back, k.list);
+            EXPECT_EQ(listed, text);
+            EXPECT_EQ(back, mask);
+            EXPECT_EQ(k.namesToBits(text), mask);
+        }
     }
 
     // The mask adds to what it is given; the text is appended; checking from text never unchecks and

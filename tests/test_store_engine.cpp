@@ -395,16 +395,6 @@ TEST_F(StoreOps, RemotePortIsStoredAsTextAndReadAsNumber) {
     EXPECT_EQ(QStringLiteral("%1|%2|%3").arg(mode).arg(server).arg(port), QStringLiteral("1|srv01|8080"));
 }
 
-TEST_F(StoreOps, PasswordCheckMatchesExactlyAndRefusesAnInjection) {
-    EXPECT_TRUE(Check_Password("Watchman"));
-    EXPECT_FALSE(Check_Password("watchman"));
-    EXPECT_FALSE(Check_Password(""));
-    EXPECT_EQ(Box_Texts(), QStringList());
-
-    EXPECT_FALSE(Check_Password("' OR '1'='1"));
-    EXPECT_EQ(Box_Texts(), (QStringList{QStringLiteral("near \"'\": syntax error"), QString()}));
-}
-
 // Reads that hand back several columns: a swapped column or a lost row shows here.
 TEST_F(StoreOps, RecordsReadBackWhatWasWritten) {
     long id = 0;

@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPointer>
+#include <QVBoxLayout>
 #include <gtest/gtest.h>
 
 namespace {
@@ -34,7 +35,9 @@ TEST(ExeBrowse, OnePathOrAFolderWithItsNames) {
 
 class frmApplyProbe final : public ui::ApplyPage {
 public:
-    frmApplyProbe() : ui::ApplyPage(QStringLiteral("frmApplyProbe")) { Button_Row(true); }
+    frmApplyProbe() : ui::ApplyPage(QStringLiteral("frmApplyProbe")) {
+        (new QVBoxLayout(this))->addLayout(Button_Row(true));
+    }
     int applied = 0;
     bool fail = false;
     using ui::ApplyPage::Mark_Changed;

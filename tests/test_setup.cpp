@@ -1,5 +1,6 @@
 // The installer's store: what halvenorts-setup lays down, checked through SQLite itself.
 #include "setup/StoreSetup.h"
+#include "testing/TestSupport.h"
 
 #include <QFile>
 #include <QProcess>
@@ -12,25 +13,10 @@
 namespace hv {
 namespace {
 
-// Each row of a result on the store at `path` as its cells joined by '|'; One joins the rows by newlines.
+using testing::Store_Rows;
+
 QStringList Rows(const QString& path, const QByteArray& sql) {
-    sqlite3* db = nullptr;
-    sqlite3_open(path.toUtf8().constData(), &db);
-    sqlite3_stmt* stmt = nullptr;
-    if (sqlite3_prepare_v2(db, sql.constData(), -1, &stmt, nullptr) != SQLITE_OK)
-        ADD_FAILURE() << sql.constData() << ": " << sqlite3_errmsg(db);
-    QStringList rows;
-    while (stmt && sqlite3_step(stmt) == SQLITE_ROW) {
-        QStringList cells;
-        for (int c = 0; c < sqlite3_column_count(stmt); ++c) {
-            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, c));
-            cells << (text ? QString::fromUtf8(text) : QStringLiteral("<null>"));
-        }
-        rows << cells.join(u'|');
-    }
-    sqlite3_finalize(stmt);
-    sqlite3_close(db);
-    return rows;
+    return Store_Rows(path, sql);
 }
 QString One(const QString& path, const QByteArray& sql) {
     return Rows(path, sql).join(u'\n');

@@ -194,7 +194,20 @@ QString Get_Windows_Directory() {
     return dir;
 }
 
+namespace {
+QString& Named_Store() {
+    static QString path;
+    return path;
+}
+} // namespace
+
+void Set_Db_Path(const QString& path) {
+    Named_Store() = path;
+}
+
 QString Get_Db_Path() {
+    if (!Named_Store().isEmpty())
+        return Named_Store();
     return Get_Windows_Directory() + QStringLiteral("/hvpolicy.iil");
 }
 

@@ -2,6 +2,7 @@
 #include "filters/model/PortRules.h"
 #include "filters/model/RuleLists.h"
 #include "platform/Err.h"
+#include "store/modCommonFuns.h"
 
 #include <gtest/gtest.h>
 

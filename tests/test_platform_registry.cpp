@@ -1,5 +1,6 @@
 // The registry stand-in: what the provider registration and its health check rely on.
 #include "platform/IniRegistry.h"
+#include "platform/WinSockCatalog.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -32,6 +33,14 @@ TEST_F(PlatformRegistry, NamesAreFoundWithoutRegardToCaseAndValuesKeepTheirTypes
     ASSERT_TRUE(reg.Set_Dword(QStringLiteral("A\\B"), QStringLiteral("LoadAppInit_DLLs"), 4294967295u));
     EXPECT_EQ(reg.Get_Binary(QStringLiteral("A\\B"), QStringLiteral("PackedCatalogItem")), packed);
     EXPECT_EQ(reg.Get_Dword(QStringLiteral("A\\B"), QStringLiteral("LoadAppInit_DLLs")), 4294967295u);
+    const QStringList texts{QStringLiteral("a b"), QStringLiteral("c%00d")};
+    ASSERT_TRUE(reg.Set_Multi_String(QStringLiteral("A\\B"), QStringLiteral("List"), texts));
+    EXPECT_EQ(IniRegistry(File()).Get_Multi_String(QStringLiteral("a\\b"), QStringLiteral("list")), texts);
+    EXPECT_EQ(reg.Get_Value_Text(QStringLiteral("A\\B"), QStringLiteral("List")),
+              QString::fromUtf16(u"a b\0c%00d\0", 10));
+    QFile file(File());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(file.readAll().contains(char(0))); // a NUL is written escaped
     // A value read as another type is not there, as the registry's typed reads answer.
     EXPECT_FALSE(reg.Get_String(QStringLiteral("A\\B"), QStringLiteral("LoadAppInit_DLLs")).has_value());
 }
@@ -80,6 +89,36 @@ TEST_F(PlatformRegistry, KeysAreMadeWithTheirParentsAndListedOneLevelDown) {
         reg.Delete_Value(catalog + QStringLiteral("\\000000000001"), QStringLiteral("packedcatalogitem")));
     EXPECT_FALSE(
         reg.Delete_Value(catalog + QStringLiteral("\\000000000001"), QStringLiteral("PackedCatalogItem")));
+}
+
+} // namespace
+
+namespace {
+
+TEST(PlatformCatalog, TheProviderHasOneEntryBesideTheOthers) {
+    QTemporaryDir dir;
+    hv::IniRegistry reg(dir.path() + QStringLiteral("/registry.ini"));
+    const QString catalog = hv::Catalog_Key(false);
+    EXPECT_EQ(hv::Catalog_Key(true), catalog + QStringLiteral("64"));
+    const QString other = catalog + QStringLiteral("\\000000000005");
+    ASSERT_TRUE(
+        reg.Set_Binary(other, QStringLiteral("PackedCatalogItem"), "%SystemRoot%\\system32\\mswsock.dll"));
+
+    // A second install does not add a second entry; the new one is numbered after the highest.
+    hv::Add_Provider_Entry(reg, catalog);
+    hv::Add_Provider_Entry(reg, catalog);
+    EXPECT_EQ(reg.Enum_Keys(catalog),
+              (QStringList{QStringLiteral("000000000005"), QStringLiteral("000000000006")}));
+    EXPECT_TRUE(hv::Entry_Names_Provider(reg, catalog + QStringLiteral("\\000000000006")));
+    EXPECT_FALSE(hv::Entry_Names_Provider(reg, other));
+    EXPECT_FALSE(reg.Key_Exists(hv::Catalog_Key(true)));
+
+    // Removing takes every entry that names the library, in any case, and leaves the others.
+    ASSERT_TRUE(reg.Set_String(catalog + QStringLiteral("\\000000000009"),
+                               QStringLiteral("PackedCatalogItem"),
+                               QStringLiteral("C:\\WINDOWS\\HVSOCK.DLL")));
+    hv::Remove_Provider_Entries(reg, catalog);
+    EXPECT_EQ(reg.Enum_Keys(catalog), QStringList{QStringLiteral("000000000005")});
 }
 
 } // namespace

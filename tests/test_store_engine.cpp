@@ -192,6 +192,20 @@ TEST_F(StoreEngine, TransactionCommitsAfterAFailedStatement) {
               "a.example,b.example");
 }
 
+// A page shows its list again from the store when the commit of its batch did not go through.
+TEST_F(StoreEngine, BatchCloseTellsWhetherTheCommitWentThrough) {
+    StoreBatch batch;
+    EXPECT_TRUE(batch.Close()); // nothing open, nothing to lose
+    ASSERT_NE(batch.Open(), 0);
+    ASSERT_TRUE(Db_Exec(batch.Handle(), Sql("INSERT INTO BL_TBL VALUES ('a.example', 0, 0)"), t, rows));
+    EXPECT_TRUE(batch.Close());
+    ASSERT_NE(batch.Open(), 0);
+    ASSERT_TRUE(Db_Exec(batch.Handle(), Sql(kCommitTrans), t, rows));
+    EXPECT_FALSE(batch.Close());
+    EXPECT_EQ(Box_Texts().size(), 1);
+    EXPECT_EQ(Peek("SELECT COUNT(*) FROM BL_TBL"), "1");
+}
+
 TEST_F(StoreEngine, LockedStoreIsReportedAtOnce) {
     sqlite3* holder = nullptr;
     ASSERT_EQ(sqlite3_open(Get_Db_Path().toUtf8().constData(), &holder), SQLITE_OK);

@@ -57,16 +57,41 @@ TEST_F(StoreHelpers, RegistryDataDecidesTheStoredType) {
 
     // Reading back by type; a missing value sets the code, a key that does not open leaves it as it was.
     Hive().Set_Binary(key, QStringLiteral("Bytes"), QByteArray("ab\0cd", 5));
+    Hive().Set_Multi_String(key, QStringLiteral("Texts"), {QStringLiteral("one"), QStringLiteral("two")});
+    Hive().Set_Multi_String(key, QStringLiteral("No texts"), {});
     ASSERT_TRUE(reg.RegDeleteKeyValue(HKEY_LOCAL_MACHINE, key, QStringLiteral("empty text")));
     long error = 99;
     EXPECT_EQ(Query(HKEY_LOCAL_MACHINE, key, "text trimmed", error), QVariant(QStringLiteral("host name")));
     EXPECT_EQ(Query(HKEY_LOCAL_MACHINE, key, "negative", error).toLongLong(), -1);
     EXPECT_EQ(Query(HKEY_LOCAL_MACHINE, key, "Bytes", error), QVariant(QStringLiteral("ab")));
+    EXPECT_EQ(Query(HKEY_LOCAL_MACHINE, key, "Texts", error), QVariant(QString::fromUtf16(u"one\0two\0", 8)));
+    EXPECT_EQ(Query(HKEY_LOCAL_MACHINE, key, "No texts", error), QVariant(QString()));
     EXPECT_EQ(Query(HKEY_LOCAL_MACHINE, key, "empty text", error), QVariant(QString()));
     EXPECT_EQ(error, ERROR_FILE_NOT_FOUND);
     error = 99;
     EXPECT_EQ(Query(HKEY_CURRENT_USER, key, "negative", error), QVariant(QString()));
     EXPECT_EQ(error, 99);
+}
+
+TEST_F(StoreHelpers, RegistryKeysAreMadeTestedAndDeletedOneAtATime) {
+    const QString parent = QStringLiteral("SOFTWARE\\Halvenor");
+    EXPECT_FALSE(reg.RegKeyDoesExist(HKEY_LOCAL_MACHINE, key));
+    // Deleting below a path that does not open is refused before any attempt.
+    EXPECT_FALSE(reg.DeleteKey(HKEY_LOCAL_MACHINE, key, QStringLiteral("Sub")));
+    EXPECT_FALSE(reg.RegDeleteKeyValue(HKEY_LOCAL_MACHINE, key, QStringLiteral("Value")));
+    ASSERT_TRUE(reg.CreateKey(HKEY_LOCAL_MACHINE, key + QStringLiteral("\\Sub")));
+    EXPECT_TRUE(reg.RegKeyDoesExist(HKEY_LOCAL_MACHINE, key));
+    EXPECT_TRUE(reg.CanOpenRegKey(HKEY_LOCAL_MACHINE, parent));
+    EXPECT_TRUE(reg.CanOpenRegKey(HKEY_LOCAL_MACHINE, QString()));
+    EXPECT_FALSE(reg.CanOpenRegKey(HKEY_CURRENT_USER, QString()));
+    EXPECT_FALSE(reg.CreateKey(HKEY_CURRENT_USER, key));
+    // A key with keys below it stays; the lowest goes, then its parent can.
+    EXPECT_FALSE(reg.DeleteKey(HKEY_LOCAL_MACHINE, parent, QStringLiteral("Console")));
+    EXPECT_FALSE(reg.DeleteKey(HKEY_LOCAL_MACHINE, key, QStringLiteral("Missing")));
+    EXPECT_TRUE(reg.DeleteKey(HKEY_LOCAL_MACHINE, key, QStringLiteral("Sub")));
+    EXPECT_TRUE(reg.DeleteKey(HKEY_LOCAL_MACHINE, parent, QStringLiteral("Console")));
+    EXPECT_FALSE(reg.RegKeyDoesExist(HKEY_LOCAL_MACHINE, key));
+    EXPECT_TRUE(reg.RegKeyDoesExist(HKEY_LOCAL_MACHINE, parent));
 }
 
 TEST_F(StoreHelpers, FileLinesTheLastItemReadAndErrorsToTheCaller) {

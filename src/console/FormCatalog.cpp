@@ -7,13 +7,20 @@
 
 // One line a page. A page that is not listed here cannot be opened by name.
 #include "admin/frmCopySettings.h"
+#include "admin/frmGeneralOptions.h"
+#include "admin/frmInternetSettings.h"
+#include "appcontrol/frmApplicationSettings.h"
+#include "appcontrol/frmDeviceSettings.h"
 #include "appcontrol/frmEXEBlocker.h"
 #include "appcontrol/frmWindowBlocker.h"
+#include "console/frmAbout.h"
 #include "console/frmMain.h"
 #include "filters/frmEmailFilter.h"
 #include "filters/frmFileFilter.h"
 #include "filters/frmPortFilter.h"
 #include "filters/frmWebsiteFilter.h"
+#include "schedulers/frmApplicationScheduler.h"
+#include "schedulers/frmInternetScheduler.h"
 
 namespace hv {
 
@@ -31,6 +38,7 @@ void Register_All_Forms() {
     Init_Console_Images();
     Add<frmLogin>("frmLogin");
     Add<frmMain>("frmMain");
+    Add<frmAbout>("frmAbout");
     Add<frmWebsiteFilter>("frmWebsiteFilter");
     Add<frmFileFilter>("frmFileFilter");
     Add<frmEmailFilter>("frmEmailFilter");
@@ -38,6 +46,12 @@ void Register_All_Forms() {
     Add<frmEXEBlocker>("frmEXEBlocker");
     Add<frmWindowBlocker>("frmWindowBlocker");
     Add<frmCopySettings>("frmCopySettings");
+    Add<frmInternetScheduler>("frmInternetScheduler");
+    Add<frmApplicationScheduler>("frmApplicationScheduler");
+    Add<frmApplicationSettings>("frmApplicationSettings");
+    Add<frmDeviceSettings>("frmDeviceSettings");
+    Add<frmGeneralOptions>("frmGeneralOptions");
+    Add<frmInternetSettings>("frmInternetSettings");
 }
 
 } // namespace hv

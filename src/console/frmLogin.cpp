@@ -2,11 +2,11 @@
 
 #include "console/frmMain.h"
 #include "console/modProgram.h"
-#include "core/WebSite.h"
 #include "platform/Platform.h"
 #include "store/modDB.h"
 #include "store/modDBFunctions.h"
 #include "ui/Forms.h"
+#include "ui/WebLink.h"
 
 #include <QApplication>
 #include <QGroupBox>
@@ -20,9 +20,6 @@ namespace {
 
 constexpr int kEnter = 13;
 constexpr int kEscape = 27;
-// The mask of the password box: character 149 of the ANSI code page, a bullet.
-const QChar kPasswordMask(0x2022);
-
 QIcon Login_Picture() {
     const QIcon own = Console_Image(QStringLiteral("login"));
     if (!own.isNull())
@@ -57,9 +54,7 @@ frmLogin::frmLogin() : ui::Form(QStringLiteral("frmLogin")) {
     cmdLogin->setAutoDefault(false);
     cmdClose->setAutoDefault(false);
 
-    lblHomeSite = new ui::Label(QStringLiteral("lblHomeSite"), QLatin1String(kWebHost), this);
-    lblHomeSite->setCursor(Qt::PointingHandCursor);
-    lblHomeSite->setStyleSheet(QStringLiteral("color: palette(link); text-decoration: underline;"));
+    lblHomeSite = ui::Home_Site_Label(this);
 
     auto* top = new QHBoxLayout;
     top->addWidget(pictLogin);
@@ -86,7 +81,7 @@ void frmLogin::Form_Load() {
     // The store is compacted at each start of the login form, before the user can type; a failure has
     // been reported and the form still comes up.
     Compact_Database();
-    txtPassword->Set_Password_Char(kPasswordMask);
+    txtPassword->Set_Password_Char(ui::kPasswordBullet);
 }
 
 void frmLogin::cmdLogin_Click() {
@@ -107,7 +102,7 @@ void frmLogin::cmdClose_Click() {
 }
 
 void frmLogin::lblHomeSite_Click() {
-    platform().Shell_Open(Home_Site_Url());
+    ui::Open_Home_Site();
 }
 
 void frmLogin::txtPassword_KeyPress(int& KeyAscii) {

@@ -1,6 +1,8 @@
 #include "console/frmMain.h"
 
 #include "console/modProgram.h"
+#include "console/modProviders.h"
+#include "core/Version.h"
 #include "core/WebSite.h"
 #include "core/clsLog.h"
 #include "platform/Err.h"
@@ -8,6 +10,7 @@
 #include "store/modCommonFuns.h"
 #include "store/modDB.h"
 #include "store/modDBFunctions.h"
+#include "ui/WebLink.h"
 
 #include <QAbstractItemView>
 #include <QFrame>
@@ -268,10 +271,7 @@ void frmMain::Form_Load() {
         Get_Internet_Mode();
         Set_Colours();
 
-        sbrMain->Panel(1)->Set_Caption(QStringLiteral("Version: %1.%2 Revision: %3")
-                                           .arg(HV_VERSION_MAJOR)
-                                           .arg(HV_VERSION_MINOR)
-                                           .arg(HV_VERSION_REVISION));
+        sbrMain->Panel(1)->Set_Caption(Version_Caption());
     });
 }
 
@@ -409,17 +409,24 @@ void frmMain::lblInternetMode_Click() {
     mnuInternetScheduler_Click();
 }
 void frmMain::lblDescHeader_Click() {
-    platform().Shell_Open(Home_Site_Url());
+    ui::Open_Home_Site();
 }
 
 void frmMain::sbrMain_PanelClick(int panel) {
     if (panel == sbrMain->Panel_Count())
-        platform().Shell_Open(Home_Site_Url());
+        ui::Open_Home_Site();
 }
 
 void frmMain::tmrMain_Timer() {
-    // The one-shot start-up check: two seconds after the start, never again.
+    // The one-shot start-up check: two seconds after the start, never again. The timer stops before the
+    // check, as its box would otherwise let the timer fire again while it is open.
     tmrMain->Set_Enabled(false);
+    Guarded([&] {
+        const Filter_Health health = Filter_Health_Report(Check_Filters_Installed());
+        if (health.showBox)
+            MsgBox(health.text, MsgStyle::Exclamation);
+        Log_Event(health.text, 1, true);
+    });
 }
 
 } // namespace hv

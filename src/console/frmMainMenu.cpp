@@ -1,7 +1,9 @@
 // The launcher half of the main console: the menu, the feature entries and what each of them opens.
 #include "console/frmMain.h"
 #include "console/modProviders.h"
+#include "console/modUpdate.h"
 #include "core/WebSite.h"
+#include "core/clsLog.h"
 #include "platform/Err.h"
 #include "platform/Platform.h"
 #include "ui/Forms.h"
@@ -87,11 +89,6 @@ const Feature* Find_Feature(int list, int tag) {
             return &f;
     return nullptr;
 }
-
-// The site's fixed paths after the host.
-const char* const kProductPath = "/halvenor-terminal-server";
-const char* const kFaqPath = "/halvenorts-faqs.html?sr=hvts";
-const char* const kProductsPath = "/products.html?sr=hvts";
 
 } // namespace
 
@@ -207,7 +204,7 @@ void frmMain::mnuUnInstall_Click() {
     if (MsgBox(QStringLiteral("Are you sure you want to Uninstall the HalvenorTS?"), MsgStyle::Information,
                MsgButtons::YesNo) != MsgAnswer::Yes)
         return;
-    platform().Shell_Open(platform().App_Path() + QStringLiteral("/unins000.exe"));
+    Open_Document(platform().App_Path() + QStringLiteral("/unins000.exe"));
     Unload();
 }
 
@@ -277,13 +274,15 @@ void frmMain::mnuOnline_Click() {
     platform().Shell_Open(Web_Url(QLatin1String(kProductPath)));
 }
 void frmMain::mnuSupport_Click() {
-    platform().Shell_Open(QStringLiteral("mailto:") + QLatin1String(kSupportMail));
+    platform().Shell_Open(Mail_To(kSupportMail));
 }
 void frmMain::mnuProducts_Click() {
     platform().Shell_Open(Web_Url(QLatin1String(kProductsPath)));
 }
 
-// The version service is asked only when the update check is in place; until then the item is inert.
-void frmMain::mnuCheckUpdates_Click() {}
+void frmMain::mnuCheckUpdates_Click() {
+    // No answer from the server is reported as the run-time error it is.
+    Guarded([] { Check_Updates(); });
+}
 
 } // namespace hv

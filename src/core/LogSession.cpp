@@ -1,5 +1,6 @@
 #include "core/LogSession.h"
 
+#include "core/Version.h"
 #include "core/clsLog.h"
 #include "platform/Platform.h"
 
@@ -28,11 +29,7 @@ void Start_Log_Session() {
     log->Log_Event(QString(89, u'-'), 0, false);
     log->Log_Event(QStringLiteral("Start Time: ") + General_Date(platform().Now()), 1, false);
     log->Log_Event(QStringLiteral("Path: ") + platform().App_Path(), 1, false);
-    log->Log_Event(QStringLiteral("Version: %1.%2 Revision: %3")
-                       .arg(HV_VERSION_MAJOR)
-                       .arg(HV_VERSION_MINOR)
-                       .arg(HV_VERSION_REVISION),
-                   1, false);
+    log->Log_Event(Version_Caption(), 1, false);
 }
 
 void Stop_Log_Session() {

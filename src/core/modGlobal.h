@@ -6,4 +6,7 @@ namespace hv {
 // start of a session, rewritten by General Options.
 extern bool Remote_Mode;
 
+// The Tag an enable check box carries while code sets it, so that its Click saves nothing.
+inline const char* const kDontSaveToDB = "DontSaveToDB";
+
 } // namespace hv

@@ -86,6 +86,8 @@ void Player::Cmd_Click(const Command& c) {
     if (!Reachable(t))
         return;
     QObject* o = t.object;
+    if (auto* w = qobject_cast<QWidget*>(o))
+        ui::Click_Focus(w);
     if (auto* chk = qobject_cast<ui::CheckBox*>(o)) {
         chk->Set_Value(chk->Value() == 1 ? 0 : 1); // a user's click ticks or unticks; a grey box gets ticked
     } else if (auto* opt = qobject_cast<ui::OptionButton*>(o)) {
@@ -171,6 +173,7 @@ void Player::Cmd_Choose(const Command& c) {
     const int row = Row_Of(t, c.words[2]);
     if (!Reachable(t))
         return;
+    ui::Click_Focus(cbo);
     if (auto* k = qobject_cast<ui::ComboBox*>(cbo))
         k->User_Choose(row - 1);
     else
@@ -189,6 +192,7 @@ void Player::Cmd_Select(const Command& c) {
             rows.push_back(Row_Of(t, c.words[i]));
     if (!Reachable(t))
         return;
+    ui::Click_Focus(lv);
     lv->User_Select(rows);
 }
 
@@ -197,8 +201,10 @@ void Player::Cmd_ItemClick(const Command& c) {
     const Target t = Need_Control(c.words[1].text);
     auto* lv = Need_Kind<ui::ListView>(t, "a list view");
     const int row = Row_Of(t, c.words[2]);
-    if (Reachable(t))
-        lv->User_Item_Click(row);
+    if (!Reachable(t))
+        return;
+    ui::Click_Focus(lv);
+    lv->User_Item_Click(row);
 }
 
 void Player::Cmd_DblClick(const Command& c) {
@@ -206,8 +212,10 @@ void Player::Cmd_DblClick(const Command& c) {
     const Target t = Need_Control(c.words[1].text);
     auto* lv = Need_Kind<ui::ListView>(t, "a list view");
     const int row = Row_Of(t, c.words[2]);
-    if (Reachable(t))
-        lv->User_Dbl_Click(row);
+    if (!Reachable(t))
+        return;
+    ui::Click_Focus(lv);
+    lv->User_Dbl_Click(row);
 }
 
 void Player::Cmd_Check(const Command& c) {
@@ -215,8 +223,10 @@ void Player::Cmd_Check(const Command& c) {
     const Target t = Need_Control(c.words[1].text);
     auto* lv = Need_Kind<ui::ListView>(t, "a list view");
     const int row = Row_Of(t, c.words[2]);
-    if (Reachable(t))
-        lv->User_Check(row, true);
+    if (!Reachable(t))
+        return;
+    ui::Click_Focus(lv);
+    lv->User_Check(row, true);
 }
 
 void Player::Cmd_Uncheck(const Command& c) {
@@ -224,8 +234,10 @@ void Player::Cmd_Uncheck(const Command& c) {
     const Target t = Need_Control(c.words[1].text);
     auto* lv = Need_Kind<ui::ListView>(t, "a list view");
     const int row = Row_Of(t, c.words[2]);
-    if (Reachable(t))
-        lv->User_Check(row, false);
+    if (!Reachable(t))
+        return;
+    ui::Click_Focus(lv);
+    lv->User_Check(row, false);
 }
 
 void Player::Cmd_LabelEdit(const Command& c) {
@@ -260,8 +272,10 @@ void Player::Cmd_SetTime(const Command& c) {
         time = QTime::fromString(c.words[2].text, QStringLiteral("H:mm"));
     if (!time.isValid())
         throw Failure{QStringLiteral("\"%1\" is not a time as HH:MM").arg(c.words[2].text)};
-    if (Reachable(t))
-        dp->setTime(time);
+    if (!Reachable(t))
+        return;
+    ui::Click_Focus(dp);
+    dp->setTime(time);
 }
 
 void Player::Cmd_SetDate(const Command& c) {
@@ -271,8 +285,10 @@ void Player::Cmd_SetDate(const Command& c) {
     const QDate date = QDate::fromString(c.words[2].text, QStringLiteral("yyyy-MM-dd"));
     if (!date.isValid())
         throw Failure{QStringLiteral("\"%1\" is not a date as YYYY-MM-DD").arg(c.words[2].text)};
-    if (Reachable(t))
-        dp->setDate(date);
+    if (!Reachable(t))
+        return;
+    ui::Click_Focus(dp);
+    dp->setDate(date);
 }
 
 void Player::Cmd_Focus(const Command& c) {

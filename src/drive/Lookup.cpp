@@ -5,6 +5,7 @@
 #include "ui/Form.h"
 #include "ui/Forms.h"
 #include "ui/ListView.h"
+#include "ui/TimePicker.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -258,6 +259,9 @@ PropValue Read_Property(const Target& t, const QString& propWord) {
             return {dp->Picker_Kind() == ui::DatePicker::Time
                         ? dp->time().toString(QStringLiteral("HH:mm"))
                         : dp->date().toString(QStringLiteral("yyyy-MM-dd"))};
+    } else if (auto* tp = qobject_cast<ui::TimePicker*>(w)) {
+        if (prop == QLatin1String("value") || prop == QLatin1String("text"))
+            return {tp->Value_Text()};
     } else if (auto* sb = qobject_cast<ui::StatusBar*>(w)) {
         if (prop == QLatin1String("count"))
             return {QString::number(sb->Panel_Count())};

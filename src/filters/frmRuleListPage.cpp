@@ -19,29 +19,7 @@
 
 namespace hv {
 
-// ---- column allowance ----------------------------------------------------------------------------------
-
-namespace {
-void Change_Width(ui::ListView* list, int column, int by) {
-    list->Set_Column_Width(column, list->Column_Width(column) + by);
-}
-} // namespace
-
-void ColumnAllowance::After_Load() const {
-    if (list->Count() > limit)
-        Change_Width(list, column, -kScrollBarTwips);
-}
-
-void ColumnAllowance::Before_Add(int rowsNow) const {
-    if (cumulative ? rowsNow > limit : rowsNow == limit)
-        Change_Width(list, column, -kScrollBarTwips);
-}
-
-void ColumnAllowance::After_Remove() const {
-    const int rows = list->Count();
-    if (cumulative ? rows <= limit : rows == limit)
-        Change_Width(list, column, kScrollBarTwips);
-}
+// ---- removing rows ---------------------------------------------------------------------------------------
 
 void Remove_Selected_Rows(ui::ListView* list, const QString& question, const char* table, const char* column,
                           int keySubItem, const ColumnAllowance& allowance) {
@@ -275,38 +253,15 @@ void RuleListPage::Form_KeyPress(int& KeyAscii) {
 }
 
 void RuleListPage::Check_Silently(ui::CheckBox* box, int value) {
-    ui::Set_Tag(box, QLatin1String(kDontSaveToDB));
-    box->Set_Value(value);
-    ui::Set_Tag(box, QString());
+    ui::Check_Silently(box, value);
 }
 
 void RuleListPage::Enable_Click(ui::CheckBox* box, const QString& featureWords, long bit) {
-    if (ui::Tag(box) == QLatin1String(kDontSaveToDB))
-        return;
-    Guarded([&] {
-        if (box->Value() == 1) {
-            if (MsgBox(QStringLiteral("Are you sure you want to enable the ") + featureWords + u'?',
-                       MsgStyle::Question, MsgButtons::YesNo) == MsgAnswer::Yes) {
-                const Subject subject = Current_Subject();
-                Set_Feature_Bit(true, bit, subject.computerId, subject.userId);
-            } else {
-                Check_Silently(box, 0);
-            }
-        } else if (box->Value() == 0) {
-            if (MsgBox(QStringLiteral("Are you sure you want to disable the ") + featureWords + u'?',
-                       MsgStyle::Question, MsgButtons::YesNo) == MsgAnswer::Yes) {
-                const Subject subject = Current_Subject();
-                Set_Feature_Bit(false, bit, subject.computerId, subject.userId);
-            } else {
-                Check_Silently(box, 1);
-            }
-        }
-    });
+    ui::Enable_Feature_Click(box, featureWords, bit);
 }
 
 void RuleListPage::Enable_Unless_Remote(std::initializer_list<QWidget*> controls) {
-    for (QWidget* w : controls)
-        w->setEnabled(!Remote_Mode);
+    ui::Enable_Unless_Remote(controls);
 }
 
 ui::ImageList* RuleListPage::Make_Image_List(const QString& name, const QStringList& listIconKeys) {

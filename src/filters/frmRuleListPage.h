@@ -3,12 +3,13 @@
 // of life (Esc closes, the enable check box with its confirmation and its "DontSaveToDB" tag, read-only in
 // Remote Mode), and one RuleList for each list on a page, which does Add, in-place Edit, Remove, the fill
 // from the store, Export, Import and Copy Settings by the list's description.
-#include "filters/CommonDialog.h"
 #include "filters/model/RuleLists.h"
 #include "store/modDB.h"
+#include "ui/CommonDialog.h"
 #include "ui/Controls.h"
 #include "ui/Form.h"
 #include "ui/ListView.h"
+#include "ui/PageSwitches.h"
 
 #include <QGroupBox>
 #include <QHBoxLayout>
@@ -17,20 +18,6 @@
 #include <vector>
 
 namespace hv {
-
-// The room a list column gives up for a scroll bar, by the number of rows.
-struct ColumnAllowance {
-    ui::ListView* list = nullptr;
-    int column = 1;
-    int limit = 20;
-    bool cumulative = false;
-
-    static constexpr int kScrollBarTwips = 250;
-
-    void After_Load() const;            // a list loaded with more than the limit
-    void Before_Add(int rowsNow) const; // a row is about to go in
-    void After_Remove() const;          // a row has just gone
-};
 
 // Removes the selected rows of a list from the store and the list in one transaction, after the
 // question. The row's key is its text (keySubItem 0) or one of its sub-items.

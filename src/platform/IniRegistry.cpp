@@ -90,7 +90,7 @@ bool Save(const QString& fileName, const Hive& hive) {
     for (const Section& s : hive) {
         text += u'[' + Escape(s.path, QStringLiteral("]")) + QStringLiteral("]\n");
         for (const Entry& e : s.values)
-            text += Escape(e.name, QStringLiteral("=;[")) + u'=' + Escape(e.typed, QString()) + u'\n';
+            text += Escape(e.name, QStringLiteral("=;[")) + u'=' + Escape(e.typed, QString(QChar(0))) + u'\n';
         text += u'\n';
     }
     QDir().mkpath(QFileInfo(fileName).absolutePath());
@@ -184,6 +184,15 @@ std::optional<quint32> IniRegistry::Get_Dword(const QString& keyPath, const QStr
     return ok ? std::optional<quint32>(v) : std::nullopt;
 }
 
+std::optional<QStringList> IniRegistry::Get_Multi_String(const QString& keyPath, const QString& name) {
+    const auto t = Typed(keyPath, name);
+    if (!t || !t->startsWith(QLatin1String("multi:")))
+        return std::nullopt;
+    QStringList items = t->mid(6).split(QChar(0));
+    items.removeLast(); // the empty text after the last item's NUL
+    return items;
+}
+
 std::optional<QString> IniRegistry::Get_Value_Text(const QString& keyPath, const QString& name) {
     const auto t = Typed(keyPath, name);
     if (!t)
@@ -212,6 +221,13 @@ bool IniRegistry::Set_Dword(const QString& keyPath, const QString& name, quint32
 
 bool IniRegistry::Set_Binary(const QString& keyPath, const QString& name, const QByteArray& value) {
     return Put(keyPath, name, QStringLiteral("hex:") + QString::fromLatin1(value.toHex()));
+}
+
+bool IniRegistry::Set_Multi_String(const QString& keyPath, const QString& name, const QStringList& value) {
+    QString data;
+    for (const QString& item : value)
+        data += item + QChar(0);
+    return Put(keyPath, name, QStringLiteral("multi:") + data);
 }
 
 bool IniRegistry::Create_Key(const QString& keyPath) {

@@ -31,7 +31,8 @@ struct FileDialogAnswer {
 };
 
 struct HttpAnswer {
-    bool reached = false; // false: no answer at all (no network, time-out)
+    bool reached = false;  // false: no answer at all (no network, connection closed, time-out)
+    bool timedOut = false; // not reached because the time-out ran out first
     int status = 0;
     QByteArray body;
 };

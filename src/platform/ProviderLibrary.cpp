@@ -2,6 +2,7 @@
 
 #include "platform/Err.h"
 #include "platform/Platform.h"
+#include "platform/WinSockCatalog.h"
 
 #include <QFile>
 #include <dlfcn.h>
@@ -28,14 +29,20 @@ void* ProviderLibrary::Entry_Point(const char* name) {
     return sym;
 }
 
+// The library's own entry point runs first; the catalogue entry it stands for follows, kept by the platform
+// (WinSockCatalog.h). A library that fails to load or lacks the entry point changes nothing.
 int ProviderLibrary::Install_Provider_Call() {
     auto fn = reinterpret_cast<int (*)(int)>(Entry_Point("hvsock_ordinal_3"));
-    return fn(kProviderCallConstant);
+    const int result = fn(kProviderCallConstant);
+    Add_Provider_Entry(platform().Registry_Root(), Catalog_Key(false));
+    return result;
 }
 
 int ProviderLibrary::Uninstall_Provider_Call() {
     auto fn = reinterpret_cast<int (*)(int)>(Entry_Point("hvsock_ordinal_4"));
-    return fn(kProviderCallConstant);
+    const int result = fn(kProviderCallConstant);
+    Remove_Provider_Entries(platform().Registry_Root(), Catalog_Key(false));
+    return result;
 }
 
 void ProviderLibrary::Get_Blocked_Exe_Name(QByteArray& buffer255) {

@@ -20,8 +20,9 @@ public:
     // The one constant the library expects from its install and remove calls.
     static constexpr int kProviderCallConstant = -1;
 
-    int Install_Provider_Call();   // ordinal 3
-    int Uninstall_Provider_Call(); // ordinal 4
+    // Ordinals 3 and 4: the provider's entry in the 32-bit WinSock catalogue is added / removed.
+    int Install_Provider_Call();
+    int Uninstall_Provider_Call();
     // Ordinal 19. The buffer holds a full path; it is padded with blanks (or cut) to 255 bytes before the
     // call, and holds the library's answer afterwards, NUL-terminated within the 255 bytes.
     void Get_Blocked_Exe_Name(QByteArray& buffer255);

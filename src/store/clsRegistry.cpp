@@ -128,6 +128,14 @@ QVariant clsRegistry::RegQueryKeyValue(long lngRootKey, const QString& strRegKey
         lngError = ERROR_SUCCESS;
         return QVariant(qlonglong(static_cast<qint32>(*dword)));
     }
+    if (const auto list = hive->Get_Multi_String(strRegKeyPath, strRegValueName)) {
+        // The data ends in an empty text's NUL after the last text's; only that final terminator goes.
+        lngError = ERROR_SUCCESS;
+        QString texts;
+        for (const QString& item : *list)
+            texts += item + QChar(0);
+        return texts;
+    }
     if (const auto bytes = hive->Get_Binary(strRegKeyPath, strRegValueName)) {
         lngError = ERROR_SUCCESS;
         const qsizetype nul = bytes->indexOf('\0');

@@ -26,7 +26,8 @@ public:
     bool DeleteKey(long lngRootKey, const QString& strRegKeyPath, const QString& strRegKeyName);
     bool RegDeleteKeyValue(long lngRootKey, const QString& strRegKeyPath, const QString& strRegValueName);
     bool RegKeyDoesExist(long lngRootKey, const QString& strRegKeyPath);
-    // A text for text values (the terminator dropped), a number for a double word, and for any other
+    // A text for text values (the terminator dropped; a list of texts keeps a NUL after each of its
+    // texts), a number for a double word, and for any other
     // type its bytes as text cut at the first NUL. An empty text when the key does not open (lngError
     // untouched) or the value is missing (lngError holds the code).
     QVariant RegQueryKeyValue(long lngRootKey, const QString& strRegKeyPath, const QString& strRegValueName,

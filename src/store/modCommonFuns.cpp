@@ -1,6 +1,11 @@
 #include "store/modCommonFuns.h"
 
+#include "platform/Err.h"
 #include "platform/Platform.h"
+
+#include <QRegularExpression>
+#include <cmath>
+#include <limits>
 
 namespace hv {
 
@@ -68,6 +73,27 @@ QString Trim_Blanks(const QString& text) {
     while (end > start && text[end - 1] == u' ')
         --end;
     return (start == 0 && end == text.size()) ? text : text.mid(start, end - start);
+}
+
+long Text_To_Long(const QString& text) {
+    static const QRegularExpression number(QStringLiteral("^ *([+-]?)(\\d*)(?:\\.(\\d*))? *$"));
+    const QRegularExpressionMatch m = number.match(text);
+    if (!m.hasMatch() || (m.captured(2).isEmpty() && m.captured(3).isEmpty()))
+        Err().Raise(errnum::TypeMismatch);
+    const QString digits = m.captured(2).isEmpty() ? QStringLiteral("0") : m.captured(2);
+    const QString fraction = m.captured(3);
+    bool ok = false;
+    double value = (digits + u'.' + (fraction.isEmpty() ? QStringLiteral("0") : fraction)).toDouble(&ok);
+    if (!ok)
+        Err().Raise(errnum::TypeMismatch);
+    if (m.captured(1) == u"-")
+        value = -value;
+    // Halves go to the even neighbour.
+    const double rounded = std::nearbyint(value);
+    if (rounded > double(std::numeric_limits<qint32>::max()) ||
+        rounded < double(std::numeric_limits<qint32>::min()))
+        Err().Raise(errnum::Overflow);
+    return long(rounded);
 }
 
 } // namespace hv

@@ -16,6 +16,11 @@ bool Is_Valid_Url(const QString& strUrl);             // no blank; empty passes
 bool Is_Valid_Port(long lngPort);                     // 0..65535
 bool Is_Valid_Window_Title(const QString& strTitle);  // always true
 
+// The platform's conversion of a text to a whole number: blanks around it, a sign, digits and a decimal
+// part, which rounds half to even. Anything else (an empty text too) raises "Type mismatch" (13); a number
+// beyond 32 bits raises "Overflow" (6).
+long Text_To_Long(const QString& text);
+
 // One character per byte, zero bytes included (catalogue entries are read this way).
 QString Bytes_To_Text(const QByteArray& bytes);
 // Trim as the program trims its texts: the space character at both ends, nothing else (tabs stay).

@@ -349,13 +349,14 @@ int StoreBatch::Open() {
     return m_handle;
 }
 
-void StoreBatch::Close() {
+bool StoreBatch::Close() {
     if (m_handle == 0)
-        return;
+        return true;
     long rows = 0;
-    Db_Exec(m_handle, Sql(kCommitTrans), result, rows);
+    const bool committed = Db_Exec(m_handle, Sql(kCommitTrans), result, rows);
     Db_Close(m_handle);
     m_handle = 0;
+    return committed;
 }
 
 bool Compact_Database() {

@@ -55,6 +55,7 @@ bool Run_In_Transaction(const Sql& sql);
 // transaction; Close(), or the batch going, commits whatever became of the statements and closes the
 // connection: nothing in the program rolls back. A store that failed to open leaves a handle of 0,
 // on which every statement and the commit do nothing.
+// Close() answers false when the commit failed, so that a page can show again what the store holds.
 class StoreBatch final {
 public:
     StoreBatch() = default;
@@ -63,7 +64,7 @@ public:
     StoreBatch& operator=(const StoreBatch&) = delete;
 
     int Open();
-    void Close();
+    bool Close();
     int Handle() const { return m_handle; }
     ResultTable result;
 

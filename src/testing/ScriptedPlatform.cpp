@@ -159,10 +159,11 @@ QString ScriptedPlatform::Provider_Library_Path() {
 }
 
 HttpAnswer ScriptedPlatform::Http_Get(const QString& url, int timeoutMs) {
-    (void)timeoutMs;
     httpRequests << url;
     HttpAnswer answer;
-    if (!httpAnswers.empty()) {
+    if (httpNetwork) {
+        answer = httpNetwork(url, timeoutMs);
+    } else if (!httpAnswers.empty()) {
         answer = httpAnswers.front();
         httpAnswers.pop_front();
     }

@@ -58,6 +58,8 @@ public:
     std::deque<MsgAnswer> answers;              // for boxes that ask (Yes/No)
     std::deque<FileDialogAnswer> dialogAnswers; // for file dialogs
     std::deque<HttpAnswer> httpAnswers;         // an empty queue: unreachable
+    // When set, a GET goes to it instead of the queue (a test's own server through the real network code).
+    std::function<HttpAnswer(const QString& url, int timeoutMs)> httpNetwork;
 
     // What happened.
     std::vector<RecordedBox> boxes;

@@ -212,6 +212,10 @@ void TextBox::Set_Password_Char(QChar c) {
 }
 
 void TextBox::keyPressEvent(QKeyEvent* e) {
+    if (m_multiLine && (e->key() == Qt::Key_Return || e->key() == Qt::Key_Enter)) {
+        insert(QStringLiteral("\r\n"));
+        return;
+    }
     // The maximum length holds what the user types; text set by code may be longer.
     const QString typed = e->text();
     if (m_maxLength > 0 && !typed.isEmpty() && typed.at(0).isPrint() &&

@@ -95,6 +95,9 @@ Q_SIGNALS:
     void Change();
 };
 
+// What password boxes show for each typed character: the bullet, character 149 of the ANSI code page.
+inline constexpr char16_t kPasswordBullet = 0x2022;
+
 class TextBox final : public QLineEdit {
     Q_OBJECT
 public:
@@ -105,6 +108,9 @@ public:
     void Set_Max_Length(int n); // 0: no limit
     void Set_Password_Char(QChar c);
     QChar Password_Char() const { return m_passwordChar; }
+    // A multi-line box: Enter puts a line end (CR LF) into the text instead of doing nothing.
+    void Set_Multi_Line(bool on) { m_multiLine = on; }
+    bool Multi_Line() const { return m_multiLine; }
 Q_SIGNALS:
     void Change();
 
@@ -114,6 +120,7 @@ protected:
 private:
     int m_maxLength = 0;
     QChar m_passwordChar;
+    bool m_multiLine = false;
 };
 
 // A label or picture: shows text or a picture, and reports clicks.

@@ -267,6 +267,7 @@ void Form::Focus_Moved(QWidget* control) {
         return;
     QPointer<QWidget> previous = m_focus;
     m_focus = control;
+    ++m_focusMoves;
     if (previous)
         if (auto* h = Hooks(previous); h && h->lostFocus)
             h->lostFocus();
@@ -307,6 +308,10 @@ void Default_Key_Action(QWidget* target, int KeyAscii) {
         edit->backspace();
         return;
     }
+    if (auto* box = qobject_cast<TextBox*>(edit); box && box->Multi_Line() && KeyAscii == 13) {
+        box->insert(QStringLiteral("\r\n"));
+        return;
+    }
     if (KeyAscii < 32)
         return;
     if (auto* box = qobject_cast<TextBox*>(edit); box && box->Max_Length() > 0) {
@@ -331,9 +336,23 @@ void Set_LostFocus(QWidget* control, std::function<void()> handler) {
 void Set_Focus(QWidget* control) {
     if (!control)
         return;
-    if (Form* form = Form_Of(control))
-        form->Focus_Moved(Control_Of(control, form));
+    // The system's focus first: where its focus event arrives (an active window) that event makes the
+    // move, and a GotFocus handler that sends the focus on elsewhere keeps the last word. A window that
+    // gets no focus events has the move made here.
+    Form* form = Form_Of(control);
+    const int moves = form ? form->m_focusMoves : 0;
+    QPointer<QWidget> target(control);
     control->setFocus(Qt::OtherFocusReason);
+    if (form && target && form->m_focusMoves == moves)
+        form->Focus_Moved(Control_Of(control, form));
+}
+
+void Click_Focus(QWidget* control) {
+    if (!control || !control->isEnabled())
+        return;
+    const QWidget* taker = control->focusProxy() ? control->focusProxy() : control;
+    if (taker->focusPolicy() & Qt::ClickFocus)
+        Set_Focus(control);
 }
 
 QString Tag(const QObject* o) {

@@ -77,6 +77,8 @@ private:
     // The control that has the focus as far as the pages are concerned; kept by the form itself because
     // a window that is not active (headless, or behind another) gets no focus events from the system.
     QPointer<QWidget> m_focus;
+    // Counts the moves, so that Set_Focus can tell whether the system's focus event already made its move.
+    int m_focusMoves = 0;
 };
 
 // The form a widget belongs to (the nearest Form among itself and its parents), or null.
@@ -98,6 +100,10 @@ void Set_GotFocus(QWidget* control, std::function<void()> handler);
 void Set_LostFocus(QWidget* control, std::function<void()> handler);
 // Moves the focus to a control as a user would (its LostFocus and the new one's GotFocus run).
 void Set_Focus(QWidget* control);
+// What a user's mouse press does to the focus before the control acts: a control that takes the focus on
+// a click (a button, an option, a list, a picker; not a label) gets it, so the LostFocus of the one before
+// and its own GotFocus run ahead of its Click, ItemCheck or Change.
+void Click_Focus(QWidget* control);
 
 // The Tag of a control, menu item or any object (an empty text when never set).
 QString Tag(const QObject* o);

@@ -2,10 +2,6 @@
 
 #include "platform/Err.h"
 
-#include <QRegularExpression>
-#include <cmath>
-#include <limits>
-
 namespace hv {
 
 namespace {
@@ -72,27 +68,6 @@ QStringList Port_Protocols() {
     for (const ProtocolPort& p : kProtocols)
         names << QLatin1String(p.protocol);
     return names;
-}
-
-long Text_To_Long(const QString& text) {
-    static const QRegularExpression number(QStringLiteral("^ *([+-]?)(\\d*)(?:\\.(\\d*))? *$"));
-    const QRegularExpressionMatch m = number.match(text);
-    if (!m.hasMatch() || (m.captured(2).isEmpty() && m.captured(3).isEmpty()))
-        Err().Raise(errnum::TypeMismatch);
-    const QString digits = m.captured(2).isEmpty() ? QStringLiteral("0") : m.captured(2);
-    const QString fraction = m.captured(3);
-    bool ok = false;
-    double value = (digits + u'.' + (fraction.isEmpty() ? QStringLiteral("0") : fraction)).toDouble(&ok);
-    if (!ok)
-        Err().Raise(errnum::TypeMismatch);
-    if (m.captured(1) == u"-")
-        value = -value;
-    // Halves go to the even neighbour.
-    const double rounded = std::nearbyint(value);
-    if (rounded > double(std::numeric_limits<qint32>::max()) ||
-        rounded < double(std::numeric_limits<qint32>::min()))
-        Err().Raise(errnum::Overflow);
-    return long(rounded);
 }
 
 } // namespace hv

@@ -1,6 +1,5 @@
 #pragma once
-// The port page's conversions between filter kinds, codes, protocols and ports, and the number
-// conversion its Add applies to the port box.
+// The port page's conversions between filter kinds, codes, protocols and ports.
 #include <QString>
 #include <QStringList>
 
@@ -21,10 +20,5 @@ void Filter_Code_To_Text(long code, QString& text, bool& found);
 
 // The protocol combo's entries, in list order.
 QStringList Port_Protocols();
-
-// The platform's conversion of a text to a whole number: blanks around it, a sign, digits and a decimal
-// part, which rounds half to even. Anything else (an empty text too) raises "Type mismatch" (13); a number
-// beyond 32 bits raises "Overflow" (6).
-long Text_To_Long(const QString& text);
 
 } // namespace hv

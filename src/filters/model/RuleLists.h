@@ -1,6 +1,7 @@
 #pragma once
 // What tells the rule lists apart: their table and column, their switch, how a typed text is prepared,
 // their check, sizes and limits, and their words. The pages share one behaviour driven by these.
+#include "core/modGlobal.h"
 #include "store/modCommonFuns.h"
 
 #include <QString>
@@ -62,6 +63,5 @@ QString Prepare_Import_Field(const QString& field, const RuleListSpec& spec);
 
 inline const char* const kListFileFilter = "Text Files|*.txt|All Files|*.*";
 inline const char* const kNothingToExport = "There is no item to export!.";
-inline const char* const kDontSaveToDB = "DontSaveToDB";
 
 } // namespace hv

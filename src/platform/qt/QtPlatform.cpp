@@ -1,21 +1,17 @@
 #include "platform/qt/QtPlatform.h"
 
 #include "platform/IniRegistry.h"
+#include "platform/qt/NetworkGet.h"
 
 #include <QApplication>
 #include <QDesktopServices>
 #include <QDir>
-#include <QEventLoop>
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
-#include <QNetworkAccessManager>
-#include <QNetworkReply>
-#include <QNetworkRequest>
 #include <QProcess>
 #include <QStandardPaths>
-#include <QTimer>
 #include <QUrl>
 
 #include <fcntl.h>
@@ -141,30 +137,7 @@ QString QtPlatform::Provider_Library_Path() {
 }
 
 HttpAnswer QtPlatform::Http_Get(const QString& url, int timeoutMs) {
-    HttpAnswer answer;
-    QNetworkAccessManager manager;
-    QNetworkRequest request{QUrl(url)};
-    request.setTransferTimeout(timeoutMs);
-    QNetworkReply* reply = manager.get(request);
-    QEventLoop loop;
-    QTimer guard;
-    guard.setSingleShot(true);
-    QObject::connect(reply, &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    QObject::connect(&guard, &QTimer::timeout, &loop, &QEventLoop::quit);
-    guard.start(timeoutMs);
-    loop.exec(QEventLoop::ExcludeUserInputEvents);
-    if (!reply->isFinished()) {
-        reply->abort();
-    } else {
-        const QVariant status = reply->attribute(QNetworkRequest::HttpStatusCodeAttribute);
-        if (status.isValid()) {
-            answer.reached = true;
-            answer.status = status.toInt();
-            answer.body = reply->readAll();
-        }
-    }
-    reply->deleteLater();
-    return answer;
+    return Network_Get(url, timeoutMs);
 }
 
 QString QtPlatform::Windows_Directory() {

@@ -1,4 +1,4 @@
-#include "filters/CommonDialog.h"
+#include "ui/CommonDialog.h"
 
 #include "platform/Platform.h"
 

@@ -1,0 +1,362 @@
+// The schedule texts and masks, and the two acceptance rules, without a window: a check list here is a
+// plain vector of items.
+#include "schedulers/model/Schedules.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace hv;
+
+class FakeCheckList final : public CheckList {
+public:
+    std::vector<std::pair<QString, bool>> items;
+    int Item_Count() const override { return int(items.size()); }
+    QString Item_Text(int i) const override { return items.at(size_t(i - 1)).first; }
+    bool Item_Checked(int i) const override { return items.at(size_t(i - 1)).second; }
+    void Set_Item_Checked(int i, bool on) override { items.at(size_t(i - 1)).second = on; }
+    void Add_Item(const QString& key, const QString& text) override {
+        EXPECT_EQ(key, text);
+        items.emplace_back(text, false);
+    }
+};
+
+TEST(ScheduleModel, TypeNamesAndCodesTakeEveryOtherValueAsMonthly) {
+    const std::vector<std::pair<long, QString>> names = {{1, "Daily"},   {2, "Weekly"},   {3, "Monthly"},
+                                                         {0, "Monthly"}, {-5, "Monthly"}, {99, "Monthly"}};
+    for (const auto& [code, want] : names) {
+        QString name = "old";
+        EXPECT_TRUE(Schedule_Type_Name(code, name));
+        EXPECT_EQ(name, want) << code;
+    }
+    const std::vector<std::pair<QString, long>> codes = {{"Daily", 1}, {"Weekly", 2}, {"Monthly", 3},
+                                                         {"daily", 3}, {"", 3},       {"Weekly ", 3}};
+    for (const auto& [name, want] : codes) {
+        long code = 0;
+        EXPECT_TRUE(Schedule_Type_Code(name, code));
+        EXPECT_EQ(code, want) << name.toStdString();
+    }
+}
+
+TEST(ScheduleModel, MasksBecomeAbbreviationsAppendedToWhatTheTextHolds) {
+    struct Case {
+        long mask;
+        bool months;
+        QString before;
+        QString want;
+    };
+    const std::vector<Case> cases = {
+        {10, false, "", "Mon, Wed"},
+        {127, false, "", "Sun, Mon, Tue, Wed, Thu, Fri, Sat"},
+        {0, false, "", ""},
+        {64 + 128, false, "", "Sat"}, // bits above Saturday are no day
+        {1, false, "Fri", "Fri, Sun"},
+        {2048 + 1, true, "", "Jan, Dec"},
+        {4095, true, "", "Jan, Feb, Mar, Apr, May, Jun, Jul, Aug, Sep, Oct, Nov, Dec"},
+        {0, true, "x", "x"},
+    };
+    for (const Case& c : cases) {
+        QString text = c.before;
+        EXPECT_TRUE(c.months ? Month_Mask_To_Text(c.mask, text) : Weekday_Mask_To_Text(c.mask, text));
+        EXPECT_EQ(text, c.want) << c.mask;
+    }
+}
+
+TEST(ScheduleModel, CheckListsGiveTheSameTextsAndMasksAsTheStoredMasks) {
+    FakeCheckList days, months;
+    Fill_Weekday_List(days);
+    Fill_Month_List(months);
+    ASSERT_EQ(days.Item_Count(), 7);
+    ASSERT_EQ(months.Item_Count(), 12);
+    EXPECT_EQ(days.Item_Text(1), "Sunday");
+    EXPECT_EQ(months.Item_Text(9), "September");
+
+    for (long mask : {1L, 10L, 65L, 127L}) {
+        Clear_Checks(days, months);
+        QString text;
+        Weekday_Mask_To_Text(mask, text);
+        Check_Weekdays_From_Text(text, days);
+        QString listed;
+        long back = 0;
+        Checked_Items_To_Text(listed, days);
+        Checked_Items_To_Mask(back, days);
+        EXPECT_EQ(listed, text);
+        EXPECT_EQ(back, mask);
+        EXPECT_EQ(Weekday_Names_To_Bits(text), mask);
+    }
+    for (long mask : {1L, 2049L, 4095L, 48L}) {
+        Clear_Checks(days, months);
+        QString text;
+        Month_Mask_To_Text(mask, text);
+        Check_Months_From_Text(text, months);
+        QString listed;
+        long back = 0;
+        Checked_Items_To_Text(listed, months);
+        Checked_Items_To_Mask(back, months);
+        EXPECT_EQ(listed, text);
+        EXPECT_EQ(back, mask);
+        EXPECT_EQ(Month_Names_To_Bits(text), mask);
+    }
+
+    // The mask adds to what it is given; the text is appended; checking from text never unchecks and
+    // looks for the names as case-sensitive parts of the text.
+    Clear_Checks(days, months);
+    days.Set_Item_Checked(7, true);
+    Check_Weekdays_From_Text("mon,Tuesday", days);
+    long mask = 100;
+    Checked_Items_To_Mask(mask, days);
+    EXPECT_EQ(mask, 100 + 4 + 64);
+    QString text = "Sun";
+    Checked_Items_To_Text(text, days);
+    EXPECT_EQ(text, "Sun, Tue, Sat");
+    Clear_Checks(days, months);
+    for (int i = 1; i <= 7; ++i)
+        EXPECT_FALSE(days.Item_Checked(i));
+    EXPECT_EQ(Weekday_Names_To_Bits("Jan, Feb, Mar"), 0);
+    EXPECT_EQ(Month_Names_To_Bits("Sun, Mon"), 0);
+}
+
+TEST(ScheduleModel, StoredTimesShowAsTwentyFourHourHoursAndMinutes) {
+    const std::vector<std::pair<QString, QString>> cases = {
+        {"08:00", "08:00"}, {"08:00:00", "08:00"}, {"8:05", "08:05"}, {"23:59:59", "23:59"},
+        {"00:00", "00:00"}, {" 09:30 ", "09:30"},  {"noon", "noon"},  {"", ""},
+        {"25:00", "25:00"},
+    };
+    for (const auto& [stored, shown] : cases)
+        EXPECT_EQ(Short_Time(stored), shown) << stored.toStdString();
+}
+
+// A candidate written with only the fields a case needs.
+struct Cand {
+    ScheduleCandidate c;
+    Cand(const char* from, const char* to, const char* type, const char* days = "", const char* months = "",
+         const char* tag = "")
+        : c{from, to, type, days, months, tag} {}
+};
+
+ScheduleRow Row(const char* type, const char* from, const char* to, const char* days = "",
+                const char* tag = "1") {
+    return {type, from, to, days, tag};
+}
+
+TEST(ScheduleModel, DuplicateRuleRefusesOnlyExactTextsAndCountsTheEditedRow) {
+    struct Case {
+        const char* what;
+        std::vector<ScheduleRow> rows;
+        Cand c;
+        bool exists;
+    };
+    const std::vector<Case> cases = {
+        {"daily twice", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:00", "Daily", "", ""}, true},
+        {"daily beside a shifted one",
+         {Row("Daily", "08:00", "09:00")},
+         {"08:30", "09:30", "Daily", "", ""},
+         false},
+        {"daily ignores leftover day text",
+         {Row("Daily", "08:00", "09:00")},
+         {"08:00", "09:00", "Daily", "Mon", ""},
+         true},
+        {"weekly same days",
+         {Row("Weekly", "08:00", "09:00", "Mon, Tue")},
+         {"08:00", "09:00", "Weekly", "Mon, Tue", ""},
+         true},
+        {"weekly part of the days",
+         {Row("Weekly", "08:00", "09:00", "Mon, Tue")},
+         {"08:00", "09:00", "Weekly", "Mon", ""},
+         false},
+        {"monthly by the month text",
+         {Row("Monthly", "08:00", "09:00", "Jan")},
+         {"08:00", "09:00", "Monthly", "", "Jan"},
+         true},
+        {"other type same times",
+         {Row("Weekly", "08:00", "09:00", "Mon")},
+         {"08:00", "09:00", "Monthly", "", "Mon"},
+         false},
+        {"other To", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:01", "Daily", "", ""}, false},
+        {"the edited row itself",
+         {Row("Daily", "08:00", "09:00", "", "7")},
+         {"08:00", "09:00", "Daily", "", "", "7"},
+         true},
+        {"a later row matches",
+         {Row("Daily", "10:00", "11:00"), Row("Daily", "08:00", "09:00", "", "2")},
+         {"08:00", "09:00", "Daily", "", ""},
+         true},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(Schedule_Exists(c.rows, c.c.c), c.exists) << c.what;
+}
+
+TEST(ScheduleModel, OverlapRuleIsStrictAndComparesDaysOnlyWithinOneType) {
+    struct Case {
+        const char* what;
+        ScheduleRow row;
+        Cand c;
+        bool overlaps;
+    };
+    const std::vector<Case> cases = {
+        {"touching after", Row("Daily", "08:00", "09:00"), {"09:00", "10:00", "Daily"}, false},
+        {"touching before", Row("Daily", "08:00", "09:00"), {"07:00", "08:00", "Daily"}, false},
+        {"equal window", Row("Daily", "08:00", "09:00"), {"08:00", "09:00", "Daily"}, true},
+        {"inside", Row("Daily", "08:00", "09:00"), {"08:15", "08:45", "Daily"}, true},
+        {"around", Row("Daily", "08:00", "09:00"), {"07:00", "10:00", "Daily"}, true},
+        {"no length at R.From", Row("Daily", "08:00", "09:00"), {"08:00", "08:00", "Daily"}, false},
+        {"no length inside", Row("Daily", "08:00", "09:00"), {"08:30", "08:30", "Daily"}, true},
+        {"no length at R.To", Row("Daily", "08:00", "09:00"), {"09:00", "09:00", "Daily"}, false},
+        {"row of no length, t strictly inside",
+         Row("Daily", "08:30", "08:30"),
+         {"08:00", "09:00", "Daily"},
+         true},
+        {"two rows of no length", Row("Daily", "08:30", "08:30"), {"08:30", "08:30", "Daily"}, false},
+        {"edited row itself",
+         Row("Daily", "08:00", "09:00", "", "5"),
+         {"08:00", "09:00", "Daily", "", "", "5"},
+         false},
+        {"other row than the edited",
+         Row("Daily", "08:00", "09:00", "", "5"),
+         {"08:00", "09:00", "Daily", "", "", "6"},
+         true},
+        {"weekly other day",
+         Row("Weekly", "08:00", "09:00", "Mon"),
+         {"08:00", "09:00", "Weekly", "Tue"},
+         false},
+        {"weekly shared day",
+         Row("Weekly", "08:00", "09:00", "Mon, Wed"),
+         {"08:00", "09:00", "Weekly", "Tue, Wed"},
+         true},
+        {"monthly other month",
+         Row("Monthly", "08:00", "09:00", "Jan"),
+         {"08:00", "09:00", "Monthly", "", "Feb"},
+         false},
+        {"monthly shared month",
+         Row("Monthly", "08:00", "09:00", "Jan, Mar"),
+         {"08:00", "09:00", "Monthly", "", "Mar"},
+         true},
+        {"weekly against monthly",
+         Row("Monthly", "08:00", "09:00", "Jan"),
+         {"08:00", "09:00", "Weekly", "Mon"},
+         true},
+        {"monthly against weekly",
+         Row("Weekly", "08:00", "09:00", "Mon"),
+         {"08:00", "09:00", "Monthly", "", "Jan"},
+         true},
+        {"weekly against daily row",
+         Row("Daily", "08:00", "09:00"),
+         {"08:00", "09:00", "Weekly", "Mon"},
+         true},
+        {"daily against weekly row",
+         Row("Weekly", "08:00", "09:00", "Sat"),
+         {"08:30", "10:00", "Daily"},
+         true},
+        {"weekly days, times apart",
+         Row("Weekly", "08:00", "09:00", "Mon"),
+         {"10:00", "11:00", "Weekly", "Mon"},
+         false},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(Schedule_Overlaps({c.row}, c.c.c), c.overlaps) << c.what;
+        // All rows are visited: a harmless row before or after does not hide a conflict.
+        const ScheduleRow apart = Row("Daily", "20:00", "21:00", "", "99");
+        EXPECT_EQ(Schedule_Overlaps({apart, c.row, apart}, c.c.c), c.overlaps) << c.what;
+    }
+}
+
+TEST(ScheduleModel, PressesAreJudgedInOrderTimeSelectionConflictLimit) {
+    const std::vector<ScheduleRow> one = {Row("Daily", "08:00", "09:00")};
+    std::vector<ScheduleRow> full;
+    for (int i = 0; i < kMaxSchedules; ++i)
+        full.push_back(Row("Weekly", "08:00", "09:00", "Mon", ""));
+    std::vector<ScheduleRow> almost(full.begin(), full.end() - 1);
+    struct Case {
+        const char* what;
+        Cand c;
+        QString selection;
+        const std::vector<ScheduleRow>* rows;
+        bool adding;
+        ScheduleConflictRule rule;
+        ScheduleVerdict want;
+    };
+    const std::vector<Case> cases = {
+        {"over midnight",
+         {"22:00", "06:00", "Daily"},
+         "",
+         &one,
+         true,
+         Schedule_Exists,
+         ScheduleVerdict::ToBeforeFrom},
+        {"to before from wins over no selection",
+         {"10:00", "09:00", "Weekly"},
+         "",
+         &one,
+         true,
+         Schedule_Exists,
+         ScheduleVerdict::ToBeforeFrom},
+        {"no length is legal",
+         {"10:00", "10:00", "Daily"},
+         "",
+         &one,
+         true,
+         Schedule_Exists,
+         ScheduleVerdict::Accepted},
+        {"weekly with nothing checked",
+         {"08:00", "09:00", "Weekly"},
+         "",
+         &one,
+         true,
+         Schedule_Overlaps,
+         ScheduleVerdict::NoSelection},
+        {"monthly with nothing checked",
+         {"08:00", "09:00", "Monthly"},
+         "",
+         &one,
+         true,
+         Schedule_Exists,
+         ScheduleVerdict::NoSelection},
+        {"duplicate",
+         {"08:00", "09:00", "Daily"},
+         "",
+         &one,
+         true,
+         Schedule_Exists,
+         ScheduleVerdict::Conflict},
+        {"overlap",
+         {"08:30", "09:30", "Daily"},
+         "",
+         &one,
+         true,
+         Schedule_Overlaps,
+         ScheduleVerdict::Conflict},
+        {"conflict before the limit",
+         {"08:00", "09:00", "Weekly", "Mon"},
+         "Mon",
+         &full,
+         true,
+         Schedule_Exists,
+         ScheduleVerdict::Conflict},
+        {"the 21st add",
+         {"10:00", "11:00", "Weekly", "Mon"},
+         "Mon",
+         &full,
+         true,
+         Schedule_Exists,
+         ScheduleVerdict::Limit},
+        {"the 20th add",
+         {"10:00", "11:00", "Weekly", "Mon"},
+         "Mon",
+         &almost,
+         true,
+         Schedule_Exists,
+         ScheduleVerdict::Accepted},
+        {"a save at 20",
+         {"10:00", "11:00", "Weekly", "Mon"},
+         "Mon",
+         &full,
+         false,
+         Schedule_Exists,
+         ScheduleVerdict::Accepted},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(Judge_Schedule(c.c.c, c.selection, *c.rows, c.adding, c.rule), c.want) << c.what;
+    EXPECT_EQ(Schedule_Limit_Message(), "You cannot add more than 20 Schedules.!");
+}
+
+} // namespace

@@ -19,7 +19,8 @@ install(FILES ${CMAKE_SOURCE_DIR}/packaging/halvenorts-admin.1 DESTINATION ${CMA
 
 set(CPACK_PACKAGE_NAME halvenorts)
 set(CPACK_PACKAGE_VENDOR "HalvenorTS")
-set(CPACK_PACKAGE_CONTACT "HalvenorTS support <${HV_SUPPORT_ADDRESS}>")
+set(CPACK_PACKAGE_CONTACT "HalvenorTS support <${HV_SUPPORT_MAIL}>")
+set(CPACK_PACKAGE_HOMEPAGE_URL "https://${HV_WEB_HOST}/")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "administration console of the HalvenorTS internet and application filter")
 set(CPACK_PACKAGE_DESCRIPTION
     "The console decides, for all terminal-server users or each one, which web sites, file extensions, mail "

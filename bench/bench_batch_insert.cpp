@@ -2,9 +2,9 @@
 // rows inserted through one SQLite statement prepared once and bound per row. The operation builds its
 // statement anew for every row, so this shows what that costs. Target: at least half the reference rate.
 #include "BenchCommon.h"
-#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "store/modDBFunctions.h"
+#include "testing/ScriptedPlatform.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,17 +1,20 @@
-// A block list import on the website page: a 200,000-line file imported into the black list through the
-// page's own Import (the file dialog answered by the scripted desktop), against the same rows inserted
-// through one SQLite statement prepared once and bound per row, in one transaction. Target: the page
-// takes at most twice the reference's time. Also shows how long the page takes to open on those rows.
+// A block list import on the website page, shown on the (headless) screen as a user sees it: files of
+// 1,000,000 and 4,000,000 lines imported into the black list through the page's own Import (the file
+// dialog answered by the scripted desktop), against the same rows inserted through one SQLite statement
+// prepared once and bound per row, in one transaction. Targets: the import grows in step with the file
+// (4 M lines take at most 4.5 times as long as 1 M), and the 4 M-line import takes at most twice the
+// reference's time for the same rows. Also shows how long the page takes to open on those rows.
 //
 // The machine is shared, so both sides run several rounds, alternating, each round on a new store, and
 // each side's best round counts. Time is taken as processor time of the thread (what the work costs,
 // without the waits for a processor that other programs cause) and shown as wall time as well.
 #include "BenchCommon.h"
+#include "console/FormCatalog.h"
 #include "console/frmMain.h"
 #include "filters/frmWebsiteFilter.h"
-#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
 #include "store/modDB.h"
+#include "testing/ScriptedPlatform.h"
 #include "ui/Forms.h"
 
 #include <QApplication>
@@ -25,44 +28,21 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <vector>
 
 namespace {
 
-constexpr int kRows = 200000;
-constexpr int kRounds = 5; // or the first argument
+constexpr int kSmall = 1'000'000;
+constexpr int kLarge = 4'000'000;
+constexpr int kRounds = 2; // or the first argument
 constexpr long kUser = 101;
 
-struct Timing {
-    double cpu = -1;
-    double wall = -1;
-};
+using hv::bench::Best;
+using hv::bench::Stopwatch;
+using hv::bench::Timing;
 
-class Stopwatch final {
-public:
-    Stopwatch() : m_cpu(Cpu_Seconds()) { m_wall.start(); }
-    Timing Read() const { return {Cpu_Seconds() - m_cpu, double(m_wall.nsecsElapsed()) / 1e9}; }
-
-private:
-    static double Cpu_Seconds() {
-        timespec t{};
-        clock_gettime(CLOCK_THREAD_CPUTIME_ID, &t);
-        return double(t.tv_sec) + double(t.tv_nsec) / 1e9;
-    }
-    double m_cpu;
-    QElapsedTimer m_wall;
-};
-
-QStringList Make_Values() {
-    return hv::bench::Numbered_Texts(kRows, QStringLiteral("ads%1.blocklist.example"));
-}
-
-bool Write_File(const QString& path, const QStringList& values) {
-    QFile f(path);
-    if (!f.open(QIODevice::WriteOnly))
-        return false;
-    for (const QString& v : values)
-        f.write(v.toUtf8() + "\r\n");
-    return true;
+QStringList Make_Values(int rows) {
+    return hv::bench::Numbered_Texts(rows, QStringLiteral("ads%1.blocklist.example"));
 }
 
 // A new store with the user whose list the rounds fill.
@@ -81,9 +61,7 @@ bool New_Store(const QString& path, QString* error) {
 }
 
 void Drop_Page() {
-    if (hv::ui::Form* page = hv::ui::Forms::Find(QStringLiteral("frmWebsiteFilter")))
-        page->Unload();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    hv::bench::Drop_Page(QStringLiteral("frmWebsiteFilter"));
 }
 
 // The page for the user, opened as the console opens it; how long its load took.
@@ -103,19 +81,19 @@ hv::frmWebsiteFilter& Open_Page(Timing* took = nullptr) {
     return page;
 }
 
-[[gnu::noinline]] Timing Page_Import(hv::ScriptedPlatform& platform, const QString& file) {
+[[gnu::noinline]] Timing Page_Import(hv::ScriptedPlatform& platform, const QString& file, int rows) {
     hv::frmWebsiteFilter& page = Open_Page();
-    hv::FileDialogAnswer answer;
-    answer.cancelled = false;
-    answer.files = QStringList{file};
-    platform.dialogAnswers.push_back(answer);
+    // Shown, so that every yield of the import lays out and paints what the list holds.
+    page.show();
+    QCoreApplication::processEvents();
+    hv::bench::Answer_Dialog(platform, file);
     const Stopwatch watch;
     page.findChild<hv::ui::CommandButton*>(QStringLiteral("cmdURLBLImport"))->click();
     const Timing took = watch.Read();
     const int shown = Black_List(page)->Count();
     Drop_Page();
-    if (shown != kRows) {
-        std::fprintf(stderr, "the page shows %d rows, not %d\n", shown, kRows);
+    if (shown != rows) {
+        std::fprintf(stderr, "the page shows %d rows, not %d\n", shown, rows);
         return {};
     }
     return took;
@@ -132,9 +110,12 @@ hv::frmWebsiteFilter& Open_Page(Timing* took = nullptr) {
     return failed == 0 ? took : Timing{};
 }
 
-Timing Best(const Timing& a, const Timing& b) {
-    return {std::min(a.cpu, b.cpu), std::min(a.wall, b.wall)};
-}
+struct Size {
+    int rows;
+    QStringList values;
+    QString file;
+    Timing ref, ours;
+};
 
 } // namespace
 
@@ -143,47 +124,69 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     hv::bench::Stores stores;
     hv::ScriptedPlatform& platform = stores.platform;
+    // The page reaches the console through its session.
+    hv::Register_All_Forms();
     const QString& refPath = stores.refPath;
-    const QStringList values = Make_Values();
-    const QString file = stores.refDir.filePath(QStringLiteral("blocklist.txt"));
-    if (!Write_File(file, values)) {
-        std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
-        return 1;
+    std::vector<Size> sizes;
+    for (int rows : {kSmall, kLarge}) {
+        Size size{rows,
+                  Make_Values(rows),
+                  stores.refDir.filePath(QStringLiteral("blocklist-%1.txt").arg(rows)),
+                  {},
+                  {}};
+        if (!hv::bench::Write_Lines(size.file, size.values)) {
+            std::fprintf(stderr, "cannot write %s\n", qPrintable(size.file));
+            return 1;
+        }
+        sizes.push_back(std::move(size));
     }
 
     const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : kRounds;
-    Timing ref, ours;
     for (int round = 1; round <= rounds; ++round) {
-        QString error;
-        if (!New_Store(hv::Get_Db_Path(), &error) || !New_Store(refPath, &error)) {
-            std::fprintf(stderr, "cannot lay down the store: %s\n", qPrintable(error));
-            return 1;
+        for (Size& size : sizes) {
+            QString error;
+            if (!New_Store(hv::Get_Db_Path(), &error) || !New_Store(refPath, &error)) {
+                std::fprintf(stderr, "cannot lay down the store: %s\n", qPrintable(error));
+                return 1;
+            }
+            const Timing r = Reference(refPath, size.values);
+            const Timing o = Page_Import(platform, size.file, size.rows);
+            if (r.cpu <= 0 || o.cpu <= 0 || !platform.boxes.empty() || !platform.failure.isEmpty()) {
+                std::fprintf(stderr, "a run failed%s%s\n", platform.boxes.empty() ? "" : ": ",
+                             platform.boxes.empty() ? "" : qPrintable(platform.boxes.front().text));
+                return 1;
+            }
+            std::printf("round %d, %d rows: reference %.3f s (wall %.3f s), page %.3f s (wall %.3f s)\n",
+                        round, size.rows, r.cpu, r.wall, o.cpu, o.wall);
+            std::fflush(stdout);
+            size.ref = round == 1 ? r : Best(size.ref, r);
+            size.ours = round == 1 ? o : Best(size.ours, o);
         }
-        const Timing r = Reference(refPath, values);
-        const Timing o = Page_Import(platform, file);
-        if (r.cpu <= 0 || o.cpu <= 0 || !platform.boxes.empty() || !platform.failure.isEmpty()) {
-            std::fprintf(stderr, "a run failed%s%s\n", platform.boxes.empty() ? "" : ": ",
-                         platform.boxes.empty() ? "" : qPrintable(platform.boxes.front().text));
-            return 1;
-        }
-        std::printf("round %d: reference %.3f s (wall %.3f s), page %.3f s (wall %.3f s)\n", round, r.cpu,
-                    r.wall, o.cpu, o.wall);
-        ref = round == 1 ? r : Best(ref, r);
-        ours = round == 1 ? o : Best(ours, o);
     }
     Timing open;
     Open_Page(&open);
     const int loaded = Black_List(hv::ui::Forms::Get<hv::frmWebsiteFilter>())->Count();
     Drop_Page();
 
-    std::printf("best of %d rounds of %d rows, processor time (wall time)\n", rounds, kRows);
-    std::printf("reference (prepared once, bound per row): %6.3f s (%6.3f s) %9.0f rows/s\n", ref.cpu,
-                ref.wall, kRows / ref.cpu);
-    std::printf("website page import, black list:          %6.3f s (%6.3f s) %9.0f rows/s\n", ours.cpu,
-                ours.wall, kRows / ours.cpu);
+    std::printf("best of %d rounds, processor time (wall time)\n", rounds);
+    for (const Size& size : sizes) {
+        std::printf(
+            "%d rows: reference (prepared once, bound per row) %6.3f s (%6.3f s), website page import "
+            "%6.3f s (%6.3f s), %9.0f rows/s\n",
+            size.rows, size.ref.cpu, size.ref.wall, size.ours.cpu, size.ours.wall, size.rows / size.ours.cpu);
+    }
+    const Size& small = sizes.front();
+    const Size& large = sizes.back();
     std::printf("page opened on %d rows in %.3f s (%.3f s)\n", loaded, open.cpu, open.wall);
-    const bool met = ours.cpu <= 2 * ref.cpu && loaded == kRows;
-    std::printf("import/reference %.2f (wall %.2f), target at most 2.00: %s\n", ours.cpu / ref.cpu,
-                ours.wall / ref.wall, met ? "met" : "MISSED");
+    const double growth = large.ours.cpu / small.ours.cpu;
+    const double overRef = large.ours.cpu / large.ref.cpu;
+    const bool grows = growth <= 4.5;
+    const bool fast = overRef <= 2.0;
+    std::printf("import 4 M / 1 M: %.2f (wall %.2f), target at most 4.50: %s\n", growth,
+                large.ours.wall / small.ours.wall, grows ? "met" : "MISSED");
+    std::printf("import/reference at 4 M: %.2f (wall %.2f), target at most 2.00: %s\n", overRef,
+                large.ours.wall / large.ref.wall, fast ? "met" : "MISSED");
+    hv::Set_Session(nullptr);
+    const bool met = grows && fast && loaded == large.rows;
     return met ? 0 : 1;
 }

@@ -15,8 +15,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
@@ -41,16 +39,6 @@ private:
 
 QStringList Make_Texts() {
     return hv::bench::Numbered_Texts(kRows, QStringLiteral("www.example-site-%1.com"));
-}
-
-long Peak_Kb() {
-    QFile f(QStringLiteral("/proc/self/status"));
-    if (!f.open(QIODevice::ReadOnly))
-        return -1;
-    for (const QByteArray& line : f.readAll().split('\n'))
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).trimmed().split(' ').value(0).toLong();
-    return -1;
 }
 
 // Shows the view, lets it lay out and paint, and scrolls to the end and back as a user would.
@@ -109,31 +97,12 @@ struct Result {
 };
 
 Result In_Child(Variant variant, int argc, char** argv) {
-    int fds[2];
-    if (pipe(fds) != 0)
-        std::exit(2);
-    const pid_t pid = fork();
-    if (pid == 0) {
-        close(fds[0]);
-        QApplication app(argc, argv);
+    return hv::bench::In_Child_Process(argc, argv, [variant] {
         Result r;
         r.ms = Run(variant);
-        r.peakKb = Peak_Kb();
-        if (write(fds[1], &r, sizeof r) != ssize_t(sizeof r))
-            _exit(2);
-        _exit(0);
-    }
-    close(fds[1]);
-    Result r;
-    const bool ok = read(fds[0], &r, sizeof r) == ssize_t(sizeof r);
-    close(fds[0]);
-    int status = 0;
-    waitpid(pid, &status, 0);
-    if (!ok || !WIFEXITED(status) || WEXITSTATUS(status) != 0) {
-        std::fprintf(stderr, "variant %d failed\n", int(variant));
-        std::exit(2);
-    }
-    return r;
+        r.peakKb = hv::bench::Peak_Kb();
+        return r;
+    });
 }
 
 } // namespace
@@ -145,7 +114,7 @@ int main(int argc, char** argv) {
     if (argc == 2) {
         QApplication app(argc, argv);
         const double ms = Run(Variant(std::atoi(argv[1])));
-        std::printf("variant %s: %.1f ms, peak %.1f MB\n", argv[1], ms, Peak_Kb() / 1024.0);
+        std::printf("variant %s: %.1f ms, peak %.1f MB\n", argv[1], ms, hv::bench::Peak_Kb() / 1024.0);
         return 0;
     }
     // The machine may be busy with other work: each variant runs a few times, interleaved, and its best

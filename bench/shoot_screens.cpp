@@ -6,8 +6,8 @@
 #include "console/frmLogin.h"
 #include "console/frmMain.h"
 #include "console/modProgram.h"
-#include "testing/ScriptedPlatform.h"
 #include "setup/StoreSetup.h"
+#include "testing/ScriptedPlatform.h"
 #include "ui/Forms.h"
 
 #include <QApplication>

@@ -5,7 +5,9 @@
 #include "ui/ListView.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QHeaderView>
+#include <QItemSelectionModel>
 #include <QScrollBar>
 #include <QTreeView>
 #include <gtest/gtest.h>
@@ -122,6 +124,39 @@ TEST_F(KitListView, RowsAddedOneByOneReachTheViewInOneBatch) {
     lvw.Add_Many({"x", "y"}, "Url");
     EXPECT_EQ(Model()->rowCount(), 102);
     EXPECT_EQ(lvw.Text(101), "x");
+}
+
+// An import that lets the event loop turn every 500 rows: the views are told of the rows in a handful of
+// growing batches, not at every turn (each announcement makes a view lay out every row it knows), and the
+// last rows reach them once the rows stop coming, or at once when something needs the views to know them.
+TEST_F(KitListView, LongRunsOfAddReachTheViewInGrowingBatches) {
+    QList<int> batches;
+    QObject::connect(Model(), &QAbstractItemModel::rowsInserted,
+                     [&](const QModelIndex&, int first, int last) { batches << last - first + 1; });
+    constexpr int kRows = 200000;
+    for (int i = 0; i < kRows; ++i) {
+        if (i % 500 == 0)
+            QApplication::processEvents();
+        lvw.Add(QStringLiteral("row %1").arg(i));
+    }
+    QApplication::processEvents();
+    // Eager while the list is short (40 turns), then each batch half as large as the rows shown at least.
+    EXPECT_LE(batches.size(), 40 + 8);
+    int shown = 0;
+    for (int rows : batches) {
+        if (shown >= 20000) {
+            EXPECT_GE(rows, shown / 2);
+        }
+        shown += rows;
+    }
+    for (QElapsedTimer waited; Model()->rowCount() < kRows && waited.elapsed() < 2000;)
+        QApplication::processEvents(QEventLoop::WaitForMoreEvents, 50);
+    EXPECT_EQ(Model()->rowCount(), kRows);
+
+    lvw.Add("one more");
+    lvw.Set_Selected(kRows + 1, true);
+    EXPECT_EQ(Model()->rowCount(), kRows + 1);
+    EXPECT_TRUE(lvw.View_Widget()->selectionModel()->isRowSelected(kRows, QModelIndex()));
 }
 
 // A selection survives the removal of the rows around it.

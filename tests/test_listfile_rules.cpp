@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <utility>
 
 namespace {
@@ -25,6 +26,49 @@ TEST(ListFileRules, ImportTrimsOnlySpacesAndCutsBeforeTheCheck) {
     // The mail lists import what their Add would refuse.
     EXPECT_TRUE(hv::rulelists::Pop3().importCheck(QStringLiteral("with blank")));
     EXPECT_FALSE(hv::rulelists::Pop3().check(QStringLiteral("with blank")));
+}
+
+// What Import stores for a field read from a file, by list: the same field can be a rule on one list and
+// refused on another; a NUL anywhere in a field refuses it on every list.
+TEST(ListFileRules, ImportRuleByListAndField) {
+    const QString emoji = QString::fromUtf16(u"\U0001F600");
+    struct RuleCase {
+        const char* name;
+        const hv::RuleListSpec& spec;
+        hv::ListField field;
+        std::optional<QString> rule;
+    };
+    const auto Field = [](const QString& text, bool more = false, bool nul = false) {
+        hv::ListField f;
+        f.text = text;
+        f.more = more;
+        f.nul = nul;
+        return f;
+    };
+    for (const RuleCase& c : {
+             RuleCase{"url_lowered_and_cut", hv::rulelists::Black(), Field(QString(60, u'A')),
+                      QString(50, u'a')},
+             RuleCase{"nul_refused_on_a_list_that_takes_anything", hv::rulelists::Window(),
+                      Field(QStringLiteral("a") + QChar(0) + u'b', false, true), std::nullopt},
+             RuleCase{"nul_beyond_what_is_kept_refused", hv::rulelists::Exe(), Field("calc.exe", true, true),
+                      std::nullopt},
+             RuleCase{"cut_counts_characters_not_units", hv::rulelists::Window(), Field(emoji.repeated(31)),
+                      emoji.repeated(30)},
+             RuleCase{"cut_keeps_a_pair_whole", hv::rulelists::File(),
+                      Field(QStringLiteral("abcdefghi") + emoji + u'z'), QStringLiteral("abcdefghi") + emoji},
+             RuleCase{"blanks_kept_before_more_text", hv::rulelists::Pop3(),
+                      Field(QStringLiteral("a") + QString(40, u' '), true),
+                      QStringLiteral("a") + QString(29, u' ')},
+             RuleCase{"blanks_at_the_end_trimmed", hv::rulelists::Pop3(), Field(QStringLiteral("a  ")),
+                      QStringLiteral("a")},
+             RuleCase{"tab_is_part_of_the_rule", hv::rulelists::Exe(), Field(QStringLiteral("\tcalc.exe")),
+                      QStringLiteral("\tcalc.exe")},
+             RuleCase{"blank_inside_a_url_refused", hv::rulelists::White(), Field("a b"), std::nullopt},
+             RuleCase{"bom_is_text", hv::rulelists::Black(), Field(QChar(0xFEFF) + QStringLiteral("a.com")),
+                      QChar(0xFEFF) + QStringLiteral("a.com")},
+         }) {
+        EXPECT_EQ(hv::Import_Rule(c.field, c.spec), c.rule) << c.name;
+    }
 }
 
 TEST(ListFilePorts, ProtocolsFiltersAndCodesConvert) {

@@ -5,7 +5,9 @@
 #include "platform/qt/QtPlatform.h"
 #include "testing/ScriptedPlatform.h"
 
+#include <QTemporaryDir>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace {
 
@@ -85,6 +87,21 @@ TEST(PlatformDesktop, TheInstanceLockIsHeldUntilItsHolderGoes) {
     {
         QtPlatform second;
         EXPECT_TRUE(second.Previous_Instance_Running());
+    }
+    {
+        // A second login of the same user with another environment finds the same lock.
+        const QByteArray runtime = qgetenv("XDG_RUNTIME_DIR"), temp = qgetenv("TMPDIR");
+        const QTemporaryDir elsewhere;
+        qputenv("XDG_RUNTIME_DIR", elsewhere.path().toLocal8Bit());
+        qputenv("TMPDIR", elsewhere.path().toLocal8Bit());
+        QtPlatform second;
+        EXPECT_TRUE(second.Previous_Instance_Running());
+        for (const auto& [name, value] : {std::pair{"XDG_RUNTIME_DIR", runtime}, std::pair{"TMPDIR", temp}}) {
+            if (value.isNull())
+                qunsetenv(name);
+            else
+                qputenv(name, value);
+        }
     }
     first.reset();
     QtPlatform third;

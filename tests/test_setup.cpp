@@ -2,6 +2,7 @@
 #include "setup/StoreSetup.h"
 #include "testing/TestSupport.h"
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -72,6 +73,39 @@ TEST_F(Setup, ToolCreatesRefusesToOverwriteAndReplacesWithForce) {
           QStringList{"create", folder, "other"}})
         EXPECT_EQ(Setup_Tool(bad).first, 2) << bad.join(u' ').toStdString();
     EXPECT_FALSE(QFile::exists(store + QStringLiteral(".part")));
+}
+
+// Readers never block the console's writes: new and demo stores are in write-ahead-log mode, and upgrade
+// switches an older store without touching its rows; it refuses what is no store.
+TEST_F(Setup, StoresUseWriteAheadLoggingAndUpgradeSwitchesOldOnes) {
+    const QString mode = QStringLiteral("PRAGMA journal_mode");
+    EXPECT_EQ(One(Store(), mode.toUtf8()), QStringLiteral("wal"));
+    const QString folder = dir.filePath(QStringLiteral("old")),
+                  store = folder + QStringLiteral("/hvpolicy.iil");
+    ASSERT_EQ(Setup_Tool({"demo", folder, "--report-rows", "5"}).first, 0);
+    EXPECT_EQ(One(store, mode.toUtf8()), QStringLiteral("wal"));
+    EXPECT_EQ(One(store, "PRAGMA journal_mode=DELETE"), QStringLiteral("delete"));
+    const QString users = One(store, "SELECT GROUP_CONCAT(USER_NAME) FROM USER_TBL");
+
+    auto [code, out] = Setup_Tool({"upgrade", folder});
+    ASSERT_EQ(code, 0) << out.toStdString();
+    EXPECT_EQ(One(store, mode.toUtf8()), QStringLiteral("wal"));
+    EXPECT_EQ(One(store, "SELECT GROUP_CONCAT(USER_NAME) FROM USER_TBL"), users);
+    EXPECT_EQ(One(store, kReportRows), QStringLiteral("5"));
+    EXPECT_EQ(Setup_Tool({"upgrade", folder}).first, 0) << "a second upgrade changes nothing";
+
+    const QString notStore = dir.filePath(QStringLiteral("text"));
+    QDir().mkpath(notStore);
+    {
+        QFile f(notStore + QStringLiteral("/hvpolicy.iil"));
+        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+        f.write(QByteArray(4096, 'x'));
+    }
+    for (const QString& bad : {dir.filePath(QStringLiteral("none")), notStore}) {
+        std::tie(code, out) = Setup_Tool({"upgrade", bad});
+        EXPECT_EQ(code, 1) << out.toStdString();
+    }
+    EXPECT_EQ(Setup_Tool({"upgrade", folder, "--force"}).first, 2);
 }
 
 // Columns in order: a bare name is TEXT, '#' marks INTEGER, '*' the primary key.

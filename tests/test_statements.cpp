@@ -1,5 +1,6 @@
 // Every statement the policy operations run, filled with sample values and read back as text. The
 // enforcement components parse these rows, so each text is held to the letter, blanks included.
+#include "reporting/model/ReportKinds.h"
 #include "store/Statements.h"
 #include "store/modDB.h"
 
@@ -23,6 +24,7 @@ struct Case {
 std::vector<Case> All_Statements() {
     using namespace hv::stmt;
     const QString u = QStringLiteral("alice");
+    const QDate d1(2026, 1, 14), d2(2026, 1, 15);
     return {
         // users
         {Get_Users(), "SELECT USER_NAME, USER_ID FROM USER_TBL ORDER BY USER_ID"},
@@ -147,6 +149,41 @@ std::vector<Case> All_Statements() {
         {Load_Bits(BitColumn::Status, 3, 7), "SELECT STATUS_BITS FROM COMPUTER_TBL WHERE COMPUTER_ID=3"},
         {Save_Bits(BitColumn::Status, 0, 7, 4), "UPDATE USER_TBL SET STATUS_BITS=4 WHERE USER_ID=7"},
         {Save_Bits(BitColumn::Status, 3, 7, 4), "UPDATE COMPUTER_TBL SET STATUS_BITS=4 WHERE COMPUTER_ID=3"},
+        // reports: the range runs to the midnight after the stop date; the delete's to the stop date itself
+        {report::Report_Query(0, 0, 7, d1, d2, "URL", false),
+         "SELECT URL,DOMAIN_NAME,EXE_NAME,SEND_BITS,RECEIVED_BITS,START_TIME,STOP_TIME FROM URL_RPT_TBL "
+         "WHERE "
+         "USER_ID=7 AND START_TIME>='2026-01-14 00:00:00' AND STOP_TIME<'2026-01-16 00:00:00' ORDER BY URL "
+         "ASC"},
+        {report::Report_Query(0, 1, 7, d1, d2, "DOMAIN_NAME", true),
+         "SELECT DOMAIN_NAME,COUNT(DOMAIN_NAME) FROM URL_RPT_TBL WHERE USER_ID=7 AND START_TIME>='2026-01-14 "
+         "00:00:00' AND STOP_TIME<'2026-01-16 00:00:00' GROUP BY DOMAIN_NAME ORDER BY DOMAIN_NAME DESC"},
+        {report::Report_Query(1, 0, 7, d1, d2, "COMPANY_NAME", false),
+         "SELECT PROGRAM_NAME,PRODUCT_NAME,PROGRAM_TITLE,PROGRAM_PATH,COMPANY_NAME,START_TIME,STOP_TIME FROM "
+         "PROGRAM_RPT_TBL WHERE USER_ID=7 AND START_TIME>='2026-01-14 00:00:00' AND STOP_TIME<'2026-01-16 "
+         "00:00:00' ORDER BY COMPANY_NAME ASC"},
+        {report::Report_Query(2, 2, 7, d1, d2, "MANUFACTURER", false),
+         "SELECT DEVICE,DEVICE_DESCRIPTION,DEVICE_LABEL,MANUFACTURER,START_TIME,STOP_TIME FROM "
+         "DEVICE_RPT_TBL "
+         "WHERE USER_ID=7 AND START_TIME>='2026-01-14 00:00:00' AND STOP_TIME<'2026-01-16 00:00:00' AND "
+         "DEVICE_TYPE=2 ORDER BY MANUFACTURER ASC"},
+        {report::Report_Query(3, 1, 7, d1, d2, "START_TIME", true),
+         "SELECT FROM_ADDRESS,TO_ADDRESS,CC_ADDRESS,BCC_ADDRESS,SUBJECT,START_TIME,ATTACHMENT FROM "
+         "EMAIL_RPT_TBL "
+         "WHERE USER_ID=7 AND START_TIME>='2026-01-14 00:00:00' AND START_TIME<'2026-01-16 00:00:00' AND "
+         "EMAIL_TYPE=1 ORDER BY START_TIME DESC"},
+        {report::Report_Delete(0, 0, 7, d1, d2),
+         "DELETE FROM URL_RPT_TBL WHERE USER_ID=7 AND START_TIME>='2026-01-14 00:00:00' AND "
+         "STOP_TIME<='2026-01-15 00:00:00'"},
+        {report::Report_Delete(1, 0, 7, d1, d2),
+         "DELETE FROM PROGRAM_RPT_TBL WHERE USER_ID=7 AND START_TIME>='2026-01-14 00:00:00' AND "
+         "STOP_TIME<='2026-01-15 00:00:00'"},
+        {report::Report_Delete(2, 1, 7, d1, d2), "DELETE FROM DEVICE_RPT_TBL WHERE USER_ID=7 AND "
+                                                 "DEVICE_TYPE=1  AND START_TIME>='2026-01-14 00:00:00' "
+                                                 "AND STOP_TIME<='2026-01-15 00:00:00'"},
+        {report::Report_Delete(3, 0, 7, d1, d2),
+         "DELETE FROM EMAIL_RPT_TBL WHERE USER_ID=7 AND EMAIL_TYPE=0  AND START_TIME>='2026-01-14 00:00:00' "
+         "AND START_TIME<='2026-01-15 00:00:00'"},
     };
 }
 

@@ -156,6 +156,31 @@ TEST_F(StoreEngine, SqlErrorIsReportedTwiceSqliteTextFirst) {
     EXPECT_TRUE(p.boxes.empty());
 }
 
+// The row-by-row form of Run_Query hands over what the table would hold, and fails the same way.
+TEST_F(StoreEngine, RowsHandedOverOneByOneAreTheTablesRows) {
+    Poke(QStringLiteral("INSERT INTO USER_TBL (USER_NAME) VALUES ('b')"));
+    const Sql sql("SELECT USER_ID, USER_NAME, NULL FROM USER_TBL ORDER BY USER_ID");
+    ASSERT_TRUE(Run_Query(sql, rows, t));
+    QStringList seen;
+    long handed = 0;
+    ASSERT_TRUE(Run_Query_Rows(
+        sql, [&](const QString* cells, int count) { seen << QStringList(cells, cells + count).join(u'|'); },
+        handed));
+    EXPECT_EQ(handed, rows);
+    EXPECT_EQ(seen, (QStringList{t.Text(1, 0) + QStringLiteral("|[All Users...]|"),
+                                 t.Text(2, 0) + QStringLiteral("|b|")}));
+    EXPECT_TRUE(p.boxes.empty());
+
+    EXPECT_FALSE(Run_Query_Rows(
+        Sql("SELECT * FROM NO_SUCH_TBL"), [](const QString*, int) {}, handed));
+    EXPECT_EQ(Box_Texts(), (QStringList{QStringLiteral("no such table: NO_SUCH_TBL"), QString()}));
+    EXPECT_FALSE(Run_Query_Rows(
+        Sql("SELECT USER_NAME FROM USER_TBL WHERE USER_NAME='") << txt(QStringLiteral("o'k")) << "'",
+        [](const QString*, int) {}, handed));
+    EXPECT_EQ(Box_Texts().size(), 2);
+    EXPECT_EQ(handed, 0);
+}
+
 TEST_F(StoreEngine, ApostropheInAValueFailsAsSqlErrorAndRunsNothing) {
     // SQLite's own words for the text as it reads with the value written in; the last one would compile
     // (and log anyone in) but is refused as a syntax error all the same.
@@ -304,6 +329,31 @@ TEST_F(StoreOps, BatchAddOfADuplicateAddsNothingAndSucceeds) {
     // No connection: false, and nothing shown (the opening has reported already, if it failed).
     EXPECT_FALSE(Add_List_Item(0, t, "BL_URL", "BL_TBL", "x.example", 0, m_alice));
     EXPECT_EQ(Box_Texts(), QStringList());
+}
+
+// The users' import: Add_User on the batch's connection gives the same keys as on its own, an existing
+// name its existing key, and commits with the batch; a failed statement is reported and gives false.
+TEST_F(StoreOps, BatchAddUserGivesTheKeysOfTheCycleAndCommitsWithTheBatch) {
+    long carol = 0, again = 0, bad = -1;
+    {
+        StoreBatch batch;
+        ASSERT_NE(batch.Open(), 0);
+        ASSERT_TRUE(Add_User(batch.Handle(), batch.result, QStringLiteral("carol"), carol));
+        EXPECT_GT(carol, m_bob);
+        ASSERT_TRUE(Add_User(batch.Handle(), batch.result, QStringLiteral("alice"), again));
+        EXPECT_EQ(again, m_alice);
+        EXPECT_TRUE(batch.Close());
+    }
+    EXPECT_EQ(User_Column("USER_NAME", carol), "carol");
+    Poke(QStringLiteral("CREATE TRIGGER NO_ZED BEFORE INSERT ON USER_TBL WHEN NEW.USER_NAME='zed' "
+                        "BEGIN SELECT RAISE(ABORT, 'refused'); END"));
+    StoreBatch batch;
+    batch.Open();
+    EXPECT_FALSE(Add_User(batch.Handle(), batch.result, QStringLiteral("zed"), bad));
+    EXPECT_EQ(bad, -1);
+    EXPECT_FALSE(Add_User(0, batch.result, QStringLiteral("yan"), bad));
+    EXPECT_TRUE(batch.Close());
+    EXPECT_EQ(Box_Texts(), (QStringList{QStringLiteral("refused"), QString()}));
 }
 
 TEST_F(StoreOps, PortListsSplitAroundSixtyThousand) {

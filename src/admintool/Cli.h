@@ -55,6 +55,7 @@ void Note(const QString& line);
 // The commands of each group, in the order help lists them.
 void Add_User_Commands(std::vector<Command>& into);
 void Add_Rule_Commands(std::vector<Command>& into);
+void Add_Schedule_Commands(std::vector<Command>& into);
 void Add_Policy_Commands(std::vector<Command>& into);
 void Add_Check_Commands(std::vector<Command>& into);
 

@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
     std::vector<hv::admin::Command> commands;
     hv::admin::Add_User_Commands(commands);
     hv::admin::Add_Rule_Commands(commands);
+    hv::admin::Add_Schedule_Commands(commands);
     hv::admin::Add_Policy_Commands(commands);
     hv::admin::Add_Check_Commands(commands);
 

@@ -49,7 +49,7 @@ void frmEXEBlocker::Set_Controls_Enabled() {
 }
 
 void frmEXEBlocker::cmdBrowseExe_Click() {
-    StoreBatch batch;
+    StoreBatch batch([this] { Rules().Reload(); });
     try {
         ui::Browse_For_Exes(cmdlgMain, batch, *Rule_List(), [&](const QString& name) {
             const Subject subject = Current_Subject();

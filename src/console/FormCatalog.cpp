@@ -7,8 +7,10 @@
 
 // One line a page. A page that is not listed here cannot be opened by name.
 #include "admin/frmCopySettings.h"
+#include "admin/frmExceptionList.h"
 #include "admin/frmGeneralOptions.h"
 #include "admin/frmInternetSettings.h"
+#include "admin/frmManageUsers.h"
 #include "appcontrol/frmApplicationSettings.h"
 #include "appcontrol/frmDeviceSettings.h"
 #include "appcontrol/frmEXEBlocker.h"
@@ -21,6 +23,8 @@
 #include "filters/frmWebsiteFilter.h"
 #include "schedulers/frmApplicationScheduler.h"
 #include "schedulers/frmInternetScheduler.h"
+#include "reporting/frmReport.h"
+#include "reporting/frmReporting.h"
 
 namespace hv {
 
@@ -52,6 +56,10 @@ void Register_All_Forms() {
     Add<frmDeviceSettings>("frmDeviceSettings");
     Add<frmGeneralOptions>("frmGeneralOptions");
     Add<frmInternetSettings>("frmInternetSettings");
+    Add<frmManageUsers>("frmManageUsers");
+    Add<frmExceptionList>("frmExceptionList");
+    Add<frmReporting>("frmReporting");
+    Add<frmReport>("frmReport");
 }
 
 } // namespace hv

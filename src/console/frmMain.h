@@ -50,6 +50,7 @@ public:
     void mnuGeneralOptions_Click();
     void mnuManageUsers_Click();
     void mnuCopySettings_Click();
+    void mnuExceptionList_Click();
     void mnuFAQs_Click();
     void mnuOnline_Click();
     void mnuSupport_Click();

@@ -153,6 +153,7 @@ void frmMain::Build_Menu() {
     Add_Item(mnuTools, "mnuGeneralOptions", "General Options", &frmMain::mnuGeneralOptions_Click);
     Add_Item(mnuTools, "mnuManageUsers", "Manage Users", &frmMain::mnuManageUsers_Click);
     Add_Item(mnuTools, "mnuCopySettings", "Copy Settings", &frmMain::mnuCopySettings_Click);
+    Add_Item(mnuTools, "mnuExceptionList", "Exception List", &frmMain::mnuExceptionList_Click);
 
     mnuHelp = top("mnuHelp", "Help");
     Add_Item(mnuHelp, "mnuFAQs", "FAQs", &frmMain::mnuFAQs_Click);
@@ -263,6 +264,9 @@ void frmMain::mnuAbout_Click() {
 void frmMain::mnuCopySettings_Click() {
     // Opened from here, the copy page has no feature of its own to tick.
     Show_Page(QStringLiteral("frmCopySettings"), QStringLiteral("Main Form"));
+}
+void frmMain::mnuExceptionList_Click() {
+    Show_Page(QStringLiteral("frmExceptionList"));
 }
 
 // ---- Help

@@ -3,12 +3,11 @@
 #include "console/FormCatalog.h"
 #include "console/modProgram.h"
 #include "platform/qt/QtPlatform.h"
+#include "ui/Application.h"
 #include "ui/Forms.h"
 
-#include <QApplication>
-
 int main(int argc, char* argv[]) {
-    QApplication app(argc, argv);
+    hv::ui::Application app(argc, argv);
     // The process ends when the last form is gone, not when the last window closes: between the login
     // form and the main console there is a moment with no window at all.
     QApplication::setQuitOnLastWindowClosed(false);

@@ -1,25 +1,11 @@
 #include "core/LogSession.h"
 
+#include "core/DateText.h"
 #include "core/Version.h"
 #include "core/clsLog.h"
 #include "platform/Platform.h"
 
-#include <QDateTime>
-#include <QLocale>
-
 namespace hv {
-
-namespace {
-
-// The general date format of an English system: the time is left out when it is exactly midnight.
-QString General_Date(const QDateTime& t) {
-    const QLocale c = QLocale::c();
-    if (t.time() == QTime(0, 0))
-        return c.toString(t.date(), QStringLiteral("M/d/yyyy"));
-    return c.toString(t, QStringLiteral("M/d/yyyy h:mm:ss AP"));
-}
-
-} // namespace
 
 void Start_Log_Session() {
     clsLog* log = Logger();

@@ -4,6 +4,7 @@
 #include "platform/Platform.h"
 
 #include <QDateTime>
+#include <new>
 
 namespace hv {
 
@@ -151,11 +152,23 @@ void Report_Error() {
     Err().Clear();
 }
 
+void Report_Failure() {
+    try {
+        throw;
+    } catch (const RunTimeFailure&) {
+    } catch (const std::bad_alloc&) {
+        Err().Set(errnum::OutOfMemory);
+    } catch (...) {
+        Err().Set(errnum::InternalError);
+    }
+    Report_Error();
+}
+
 void Guarded(const std::function<void()>& procedure) {
     try {
         procedure();
-    } catch (const RunTimeFailure&) {
-        Report_Error();
+    } catch (...) {
+        Report_Failure();
     }
 }
 

@@ -46,8 +46,12 @@ void Log_Error(const QString& strData);
 // The error target of most procedures: Show_Error with the current run-time error's description and
 // the show flag set, then the error is cleared as the procedure is left.
 void Report_Error();
-// Runs a procedure whose only error target is Report_Error: a run-time failure is reported and the
-// procedure ends there.
+// The error target for whatever a procedure let through, called inside a catch: a run-time failure is
+// reported as it stands, memory running out as "Out of memory" (7) and anything else as "Internal error"
+// (51), so that nothing a user feeds in ends the process.
+void Report_Failure();
+// Runs a procedure whose only error target is Report_Failure: a failure is reported and the procedure
+// ends there.
 void Guarded(const std::function<void()>& procedure);
 
 } // namespace hv

@@ -3,6 +3,8 @@
 #include "drive/Player.h"
 #include "drive/Script.h"
 
+#include "ui/Application.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QTextStream>
@@ -27,7 +29,7 @@ int main(int argc, char* argv[]) {
     g_qtHandler = qInstallMessageHandler(Headless_Messages);
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
+    hv::ui::Application app(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
 
     QTextStream out(stdout);

@@ -161,15 +161,23 @@ void frmPortFilter::Form_Load() {
 
 void frmPortFilter::Init_Columns() {
     Set_Caption(QStringLiteral("Port Filter - ") + Current_User_Text());
-    const auto widths = [](ui::ListView* list, ui::ComboBox* filter, ui::ComboBox* protocol) {
-        const int first = filter->width() * ui::kTwipsPerPixel;
-        const int second = protocol->width() * ui::kTwipsPerPixel;
-        list->Set_Column_Width(1, first);
-        list->Set_Column_Width(2, second);
-        list->Set_Column_Width(3, list->Width_Twips() - (first + second) - 20);
-    };
-    widths(lvwPortFilter, cboFFilter, cboFProtocol);
-    widths(lvwPortBlocking, cboBFilter, cboBProtocol);
+    Size_Columns(lvwPortFilter);
+    Size_Columns(lvwPortBlocking);
+}
+
+void frmPortFilter::Size_Columns(ui::ListView* list) {
+    const bool filters = list == lvwPortFilter;
+    const int first = (filters ? cboFFilter : cboBFilter)->width() * ui::kTwipsPerPixel;
+    const int second = (filters ? cboFProtocol : cboBProtocol)->width() * ui::kTwipsPerPixel;
+    list->Set_Column_Width(1, first);
+    list->Set_Column_Width(2, second);
+    list->Set_Column_Width(3, list->Width_Twips() - (first + second) - 20);
+}
+
+void frmPortFilter::Reload_Ports(long kind, ui::ListView* list) {
+    list->Clear();
+    Size_Columns(list);
+    Load_Ports(kind, list);
 }
 
 void frmPortFilter::Set_Tool_Tips() {
@@ -208,8 +216,8 @@ void frmPortFilter::Load_Ports(long kind, ui::ListView* list) {
             list->Set_Sub_Item(row, 2, table.Text(int(i), 0));
         }
         Allowance(list).After_Load();
-    } catch (const RunTimeFailure&) {
-        Report_Error();
+    } catch (...) {
+        Report_Failure();
     }
 }
 
@@ -289,20 +297,21 @@ void frmPortFilter::Add_Port_Rule(const Frame& f) {
                 f.list->Set_Sub_Item(row, 2, QString::number(port));
             }
         }
-    } catch (const RunTimeFailure&) {
-        Report_Error();
+    } catch (...) {
+        Report_Failure();
     }
     // The port box keeps its text on every path.
     ui::Set_Focus(f.filter);
 }
 
 void frmPortFilter::cmdFRemove_Click() {
-    Remove_Selected_Rows(lvwPortFilter, kDeleteQuestion, "PORT_TBL", "PORT_NO", 2, Allowance(lvwPortFilter));
+    Remove_Selected_Rows(lvwPortFilter, kDeleteQuestion, "PORT_TBL", "PORT_NO", 2, Allowance(lvwPortFilter),
+                         [this] { Reload_Ports(0, lvwPortFilter); });
 }
 
 void frmPortFilter::cmdBRemove_Click() {
     Remove_Selected_Rows(lvwPortBlocking, kDeleteQuestion, "PORT_TBL", "PORT_NO", 2,
-                         Allowance(lvwPortBlocking));
+                         Allowance(lvwPortBlocking), [this] { Reload_Ports(1, lvwPortBlocking); });
 }
 
 void frmPortFilter::chkEnablePortFilter_Click() {

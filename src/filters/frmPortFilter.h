@@ -58,6 +58,9 @@ private:
     void Load_Port_Blocks() { Load_Ports(1, lvwPortBlocking); }
 
     void Init_Columns();
+    void Size_Columns(ui::ListView* list);
+    // After a batch that did not reach the store: the list as the store has it, its columns as at load.
+    void Reload_Ports(long kind, ui::ListView* list);
     void Set_Tool_Tips();
     void Set_Controls_Enabled();
     void Load_Pictures();

@@ -16,18 +16,20 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <climits>
+#include <utility>
+#include <optional>
 
 namespace hv {
 
 // ---- removing rows ---------------------------------------------------------------------------------------
 
 void Remove_Selected_Rows(ui::ListView* list, const QString& question, const char* table, const char* column,
-                          int keySubItem, const ColumnAllowance& allowance) {
+                          int keySubItem, const ColumnAllowance& allowance, std::function<void()> reload) {
     if (list->Count() == 0)
         return;
     if (MsgBox(question, MsgStyle::Question, MsgButtons::YesNo) != MsgAnswer::Yes)
         return;
-    StoreBatch batch;
+    StoreBatch batch(std::move(reload));
     try {
         batch.Open();
         const Subject subject = Current_Subject();
@@ -45,8 +47,8 @@ void Remove_Selected_Rows(ui::ListView* list, const QString& question, const cha
                 allowance.After_Remove();
             }
         }
-    } catch (const RunTimeFailure&) {
-        Report_Error();
+    } catch (...) {
+        Report_Failure();
     }
 }
 
@@ -76,9 +78,16 @@ void RuleList::Load_List() {
         for (long i = 1; i <= rows; ++i)
             texts.append(table.Text(int(i), 0));
         lvw->Add_Many(texts, spec.iconKey);
-    } catch (const RunTimeFailure&) {
-        Report_Error();
+    } catch (...) {
+        Report_Failure();
     }
+}
+
+void RuleList::Reload() {
+    lvw->Clear();
+    Init_Column();
+    Load_List();
+    allowance.After_Load();
 }
 
 const RuleList::Duplicate* RuleList::Find_Duplicate(const QString& text) const {
@@ -94,7 +103,7 @@ void RuleList::Add_Row(const QString& text) {
 }
 
 void RuleList::Add() {
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload(); });
     try {
         const QString text = Prepare_Add_Text(txt->Text(), spec.addText);
         if (!(batch.Open() == 0 && addNeedsConnection)) {
@@ -113,8 +122,8 @@ void RuleList::Add() {
             txt->Set_Text(QString());
             ui::Set_Focus(txt);
         }
-    } catch (const RunTimeFailure&) {
-        Report_Error();
+    } catch (...) {
+        Report_Failure();
     }
 }
 
@@ -148,13 +157,14 @@ void RuleList::After_Label_Edit(int& Cancel, QString& NewString) {
         // The list shows the new text whatever the store made of it.
         Update_List_Item(QLatin1String(spec.column), QLatin1String(spec.table), oldText, NewString,
                          subject.computerId, subject.userId);
-    } catch (const RunTimeFailure&) {
-        Report_Error();
+    } catch (...) {
+        Report_Failure();
     }
 }
 
 void RuleList::Remove() {
-    Remove_Selected_Rows(lvw, spec.words.deleteQuestion, spec.table, spec.column, 0, allowance);
+    Remove_Selected_Rows(lvw, spec.words.deleteQuestion, spec.table, spec.column, 0, allowance,
+                         [this] { Reload(); });
 }
 
 void RuleList::Export() {
@@ -179,15 +189,15 @@ void RuleList::Export() {
                 items.append(lvw->Text(i));
             Write_List_File(dlg->FileName, items);
         }
-    } catch (const RunTimeFailure&) {
-        Report_Error();
+    } catch (...) {
+        Report_Failure();
     }
 }
 
 void RuleList::Import() {
     if (enableAll)
         enableAll(false);
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload(); });
     try {
         const Subject subject = Current_Subject();
         QString userName;
@@ -199,34 +209,68 @@ void RuleList::Import() {
             if (!dlg->FileName.isEmpty() && !dlg->CancelError)
                 Import_File(batch);
         }
-    } catch (const RunTimeFailure&) {
-        Report_Error();
+    } catch (...) {
+        Report_Failure();
     }
     batch.Close();
     if (enableAll)
         enableAll(true);
 }
 
+namespace {
+
+// The page's caption tells how far a long import has come, by the file's bytes read against its size,
+// and is given back as it was when the import ends, however it ends.
+class ImportProgress final {
+public:
+    ImportProgress(QWidget* page, qint64 fileSize)
+        : m_page(page), m_caption(page->windowTitle()), m_size(fileSize) {}
+    ~ImportProgress() {
+        if (m_percent >= 0)
+            m_page->setWindowTitle(m_caption);
+    }
+    ImportProgress(const ImportProgress&) = delete;
+    ImportProgress& operator=(const ImportProgress&) = delete;
+
+    void Show(qint64 bytesRead) {
+        const int percent = m_size > 0 ? int(std::clamp<qint64>(bytesRead * 100 / m_size, 0, 100)) : 100;
+        if (percent == m_percent)
+            return;
+        m_percent = percent;
+        m_page->setWindowTitle(m_caption + QStringLiteral(" - Importing %1%").arg(percent));
+    }
+
+private:
+    QWidget* m_page;
+    QString m_caption;
+    qint64 m_size;
+    int m_percent = -1;
+};
+
+} // namespace
+
 void RuleList::Import_File(StoreBatch& batch) {
     batch.Open();
-    ListFieldReader reader(Read_List_File(dlg->FileName));
-    // Block lists run to hundreds of thousands of lines: the list makes room for them once.
-    lvw->Reserve(int(std::min<qsizetype>(lvw->Count() + reader.Field_Estimate(), INT_MAX / 2)));
+    ListFileInput file(dlg->FileName);
+    ListFieldReader& reader = file.Reader();
+    ImportProgress progress(lvw->window(), file.Size());
     const Subject subject = Current_Subject();
     const QString column = QLatin1String(spec.column);
     const QString table = QLatin1String(spec.table);
 
     while (!reader.Eof()) {
         // The website page lets the interface breathe every 500 rows, its controls disabled meanwhile.
-        if (yieldWhileImporting && lvw->Count() % 500 == 0)
+        if (yieldWhileImporting && lvw->Count() % 500 == 0) {
+            progress.Show(reader.Bytes_Read());
             platform().Do_Events();
-        const QString text = Prepare_Import_Field(reader.Next_Field(), spec);
-        if (!spec.importCheck(text))
+        }
+        const std::optional<QString> text = Import_Rule(reader.Next_Field(), spec);
+        if (!text)
             continue;
-        if (!Add_List_Item(batch.Handle(), batch.result, column, table, text, subject.computerId,
+        if (!Add_List_Item(batch.Handle(), batch.result, column, table, *text, subject.computerId,
                            subject.userId))
             continue;
-        Add_Row(text);
+        Add_Row(*text);
     }
     batch.Close();
 }
@@ -356,13 +400,14 @@ void RuleListPage::Wire_Panel(const Panel& p, RuleList& list) {
         }
     });
     connect(p.add, &ui::CommandButton::Click, this, [&list] { list.Add(); });
-    connect(p.edit, &ui::CommandButton::Click, this, [&list] { list.Edit(); });
+    connect(p.edit, &ui::CommandButton::Click, this, [&list] { Guarded([&list] { list.Edit(); }); });
     connect(p.remove, &ui::CommandButton::Click, this, [&list] { list.Remove(); });
     if (p.importButton)
         connect(p.importButton, &ui::CommandButton::Click, this, [&list] { list.Import(); });
     if (p.exportButton)
         connect(p.exportButton, &ui::CommandButton::Click, this, [&list] { list.Export(); });
-    connect(p.copySettings, &ui::CommandButton::Click, this, [&list] { list.Copy_Settings(); });
+    connect(p.copySettings, &ui::CommandButton::Click, this,
+            [&list] { Guarded([&list] { list.Copy_Settings(); }); });
     connect(p.lvw, &ui::ListView::AfterLabelEdit, this,
             [&list](int& Cancel, QString& NewString) { list.After_Label_Edit(Cancel, NewString); });
 }

@@ -20,9 +20,10 @@
 namespace hv {
 
 // Removes the selected rows of a list from the store and the list in one transaction, after the
-// question. The row's key is its text (keySubItem 0) or one of its sub-items.
+// question. The row's key is its text (keySubItem 0) or one of its sub-items. When the transaction does
+// not reach the store, `reload` puts back the list as the store has it.
 void Remove_Selected_Rows(ui::ListView* list, const QString& question, const char* table, const char* column,
-                          int keySubItem, const ColumnAllowance& allowance);
+                          int keySubItem, const ColumnAllowance& allowance, std::function<void()> reload);
 
 class RuleList final {
 public:
@@ -50,6 +51,8 @@ public:
 
     void Init_Column(); // the column: the list's width less 20
     void Load_List();
+    // The list as the store has it, its column as at load: what follows a batch that did not commit.
+    void Reload();
     void Add();
     void Edit();
     void After_Label_Edit(int& Cancel, QString& NewString);

@@ -13,6 +13,10 @@ QString ErrObject::Classic_Description(long number) {
         return QStringLiteral("Invalid procedure call or argument");
     case errnum::Overflow:
         return QStringLiteral("Overflow");
+    case errnum::OutOfMemory:
+        return QStringLiteral("Out of memory");
+    case errnum::InternalError:
+        return QStringLiteral("Internal error");
     case errnum::SubscriptOutOfRange:
         return QStringLiteral("Subscript out of range");
     case errnum::TypeMismatch:

@@ -14,6 +14,8 @@ namespace errnum {
 inline constexpr long SubscriptOutOfRange = 9;
 inline constexpr long TypeMismatch = 13;
 inline constexpr long Overflow = 6;
+inline constexpr long OutOfMemory = 7;
+inline constexpr long InternalError = 51;
 inline constexpr long InvalidProcedureCall = 5;
 inline constexpr long ErrorLoadingDll = 48;
 inline constexpr long BadFileNameOrNumber = 52;

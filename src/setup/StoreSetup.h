@@ -22,6 +22,11 @@ QString Current_Os_User();
 // not there before.
 bool Create_Store(const QString& path, bool force, QString* error);
 
+// Switches an existing store to write-ahead-log journal mode, in which the enforcement components'
+// reads and the console's writes never block each other (Create_Store lays stores down that way).
+// Nothing else in the file changes. Fails when the file is missing, no store, or busy.
+bool Upgrade_Store(const QString& path, QString* error);
+
 // Adds what a newcomer needs to see the console alive to a store made by Create_Store: Single User Mode,
 // `osUser` and a few more users, rules on several pages, two schedules and `reportRows` usage rows of
 // the four report kinds spread over the 30 days before `now`. One transaction.

@@ -2,6 +2,7 @@
 //
 //   halvenorts-setup create [DIR] [--force]
 //   halvenorts-setup demo [DIR] [--force] [--report-rows N]
+//   halvenorts-setup upgrade [DIR]
 #include "setup/StoreSetup.h"
 
 #include <QDateTime>
@@ -18,6 +19,7 @@ int Usage(const char* why) {
         std::fprintf(stderr, "halvenorts-setup: %s\n", why);
     std::fprintf(stderr, "usage: halvenorts-setup create [DIR] [--force]\n"
                          "       halvenorts-setup demo [DIR] [--force] [--report-rows N]\n"
+                         "       halvenorts-setup upgrade [DIR]\n"
                          "DIR defaults to $HALVENORTS_WINDIR, else /var/lib/halvenorts.\n");
     return 2;
 }
@@ -33,16 +35,17 @@ int main(int argc, char** argv) {
     if (argc < 2)
         return Usage(nullptr);
     const QString command = QString::fromLocal8Bit(argv[1]);
-    if (command != QLatin1String("create") && command != QLatin1String("demo"))
-        return Usage("unknown command");
     const bool demo = command == QLatin1String("demo");
+    const bool upgrade = command == QLatin1String("upgrade");
+    if (command != QLatin1String("create") && !demo && !upgrade)
+        return Usage("unknown command");
 
     bool force = false;
     long reportRows = hv::kDefaultDemoReportRows;
     QString dir;
     for (int i = 2; i < argc; ++i) {
         const QString arg = QString::fromLocal8Bit(argv[i]);
-        if (arg == QLatin1String("--force")) {
+        if (!upgrade && arg == QLatin1String("--force")) {
             force = true;
         } else if (demo && arg == QLatin1String("--report-rows")) {
             bool ok = false;
@@ -60,6 +63,13 @@ int main(int argc, char** argv) {
 
     const QString path = QDir(dir).filePath(hv::Store_File_Name());
     QString error;
+    if (upgrade) {
+        if (!hv::Upgrade_Store(path, &error))
+            return Failed(error);
+        std::printf("%s now uses write-ahead logging\n",
+                    QDir::toNativeSeparators(path).toLocal8Bit().constData());
+        return 0;
+    }
     if (!hv::Create_Store(path, force, &error))
         return Failed(error);
     if (demo &&

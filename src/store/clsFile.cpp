@@ -23,10 +23,10 @@ long clsFile::AppendToFile(const QString& strPath, const QString& strText) {
 }
 
 long clsFile::GetFromFile(const QString& strPath, QString& strText) {
-    ListFieldReader reader(Read_List_File(strPath));
+    ListFileInput file(strPath);
     strText.clear();
-    while (!reader.Eof())
-        strText = reader.Next_Field();
+    while (!file.Reader().Eof())
+        strText = file.Reader().Next_Field().Whole();
     return 0;
 }
 

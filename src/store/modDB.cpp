@@ -5,16 +5,19 @@
 #include "platform/Platform.h"
 #include "store/Statements.h"
 
+#include <QElapsedTimer>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QStringEncoder>
 #include <sqlite3.h>
 
 #include <cmath>
+#include <functional>
 #include <limits>
 #include <map>
 #include <memory>
 #include <unordered_map>
+#include <utility>
 
 namespace hv {
 
@@ -22,9 +25,13 @@ namespace hv {
 // Result table
 
 const std::optional<QString>& ResultTable::Cell(int row, int col) const {
-    if (row < 0 || col < 0 || row >= int(m_rows.size()) || col >= int(m_rows[size_t(row)].size()))
+    if (row < 0 || col < 0 || row >= Rows() + 1)
         Err().Raise(errnum::SubscriptOutOfRange);
-    return m_rows[size_t(row)][size_t(col)];
+    const size_t start = m_starts[size_t(row)];
+    const size_t end = size_t(row) + 1 < m_starts.size() ? m_starts[size_t(row) + 1] : m_cells.size();
+    if (size_t(col) >= end - start)
+        Err().Raise(errnum::SubscriptOutOfRange);
+    return m_cells[start + size_t(col)];
 }
 
 QString ResultTable::Text(int row, int col) const {
@@ -62,16 +69,22 @@ qint64 ResultTable::Long(int row, int col) const {
 }
 
 void ResultTable::Set_Columns(const std::vector<QString>& names) {
-    m_rows.clear();
-    std::vector<std::optional<QString>> header(names.begin(), names.end());
-    m_rows.push_back(std::move(header));
+    Clear();
+    m_starts.push_back(0);
+    m_cells.assign(names.begin(), names.end());
     m_columns = int(names.size());
 }
 
+void ResultTable::Begin_Row() {
+    if (m_starts.empty())
+        m_starts.push_back(0); // a name row is always row 0
+    m_starts.push_back(m_cells.size());
+}
+
 void ResultTable::Append_Row(std::vector<std::optional<QString>> cells) {
-    if (m_rows.empty())
-        m_rows.emplace_back(); // a name row is always row 0
-    m_rows.push_back(std::move(cells));
+    Begin_Row();
+    for (std::optional<QString>& cell : cells)
+        m_cells.push_back(std::move(cell));
 }
 
 // ---------------------------------------------------------------------------------------------------
@@ -159,6 +172,18 @@ Connection* Find(int handle) {
     return it == reg.end() ? nullptr : it->second.get();
 }
 
+int g_paintHolders = 0;
+
+// Called by SQLite every so many steps of its machine.
+int Let_Paint(void*) {
+    static QElapsedTimer sincePaint;
+    if (g_paintHolders > 0 && (!sincePaint.isValid() || sincePaint.elapsed() >= 100)) {
+        platform().Do_Events();
+        sincePaint.start();
+    }
+    return 0; // never interrupts the statement
+}
+
 // Reports what Db_Open found and gives no connection.
 int Open_Failed() {
     Show_Error(Err().Description, true);
@@ -233,6 +258,11 @@ int Db_Open(const QString& path) {
         Err().Set(errnum::PathFileAccessError);
         return Open_Failed();
     }
+    // Deleted usage rows need not be overwritten on disk, and a delete of a million report rows keeps its
+    // pages in memory until the commit instead of spilling them to the file on the way.
+    sqlite3_exec(db, "PRAGMA secure_delete=OFF", nullptr, nullptr, nullptr);
+    sqlite3_exec(db, "PRAGMA cache_size=-65536", nullptr, nullptr, nullptr);
+    sqlite3_progress_handler(db, 100000, &Let_Paint, nullptr);
     return Register(std::make_unique<Connection>(db));
 }
 
@@ -241,26 +271,27 @@ void Db_Close(int handle) {
         Connections().erase(handle);
 }
 
-bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
-    if (handle == 0)
-        return false;
-    table.Clear();
-    Connection* conn = Find(handle);
-    if (!conn)
-        return Sql_Failed(QString::fromUtf8(sqlite3_errstr(SQLITE_MISUSE)));
+namespace {
+
+// Prepares the statement on the connection and binds its values; null after reporting a failure, or null
+// with `empty` set for a text that holds no statement.
+sqlite3_stmt* Prepare_Bound(Connection* conn, const Sql& sql, bool& empty) {
+    empty = false;
     // A value with an apostrophe would have ended its literal early and broken the statement; it is
     // refused with SQLite's words for the broken text, and nothing of it runs.
-    if (sql.Has_Quote_In_Text())
-        return Sql_Failed(Broken_Literal_Message(conn->Db(), sql));
-
+    if (sql.Has_Quote_In_Text()) {
+        Sql_Failed(Broken_Literal_Message(conn->Db(), sql));
+        return nullptr;
+    }
     int rc = SQLITE_OK;
     sqlite3_stmt* stmt = conn->Prepare(sql.Bound_Text(), rc);
-    if (rc != SQLITE_OK)
-        return Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
+    if (rc != SQLITE_OK) {
+        Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
+        return nullptr;
+    }
     if (!stmt) {
-        table.Set_Columns({});
-        rows = 0;
-        return true;
+        empty = true;
+        return nullptr;
     }
 
     // The texts are written as UTF-8, the store's encoding, into the connection's buffer, which outlives the
@@ -281,8 +312,48 @@ bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
         } else {
             rc = sqlite3_bind_int64(stmt, index, p.number);
         }
-        if (rc != SQLITE_OK)
-            return Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
+        if (rc != SQLITE_OK) {
+            Sql_Failed(QString::fromUtf8(sqlite3_errmsg(conn->Db())));
+            return nullptr;
+        }
+    }
+    return stmt;
+}
+
+// Steps the statement to its end, handing over each row; reports a failure of the step.
+bool Step_All(Connection* conn, sqlite3_stmt* stmt, const std::function<void()>& row) {
+    int rc;
+    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW)
+        row();
+    const bool ok = rc == SQLITE_DONE;
+    const QString message = ok ? QString() : QString::fromUtf8(sqlite3_errmsg(conn->Db()));
+    sqlite3_reset(stmt);
+    sqlite3_clear_bindings(stmt);
+    return ok || Sql_Failed(message);
+}
+
+QString Cell_Text(sqlite3_stmt* stmt, int c) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, c));
+    return QString::fromUtf8(text, sqlite3_column_bytes(stmt, c));
+}
+
+} // namespace
+
+bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
+    if (handle == 0)
+        return false;
+    table.Clear();
+    Connection* conn = Find(handle);
+    if (!conn)
+        return Sql_Failed(QString::fromUtf8(sqlite3_errstr(SQLITE_MISUSE)));
+    bool empty = false;
+    sqlite3_stmt* stmt = Prepare_Bound(conn, sql, empty);
+    if (!stmt) {
+        if (!empty)
+            return false;
+        table.Set_Columns({});
+        rows = 0;
+        return true;
     }
 
     const int columns = sqlite3_column_count(stmt);
@@ -292,29 +363,61 @@ bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows) {
         names.push_back(QString::fromUtf8(sqlite3_column_name(stmt, c)));
     table.Set_Columns(names);
 
-    while ((rc = sqlite3_step(stmt)) == SQLITE_ROW) {
-        std::vector<std::optional<QString>> cells;
-        cells.reserve(size_t(columns));
+    const bool ok = Step_All(conn, stmt, [&] {
+        table.Begin_Row();
         for (int c = 0; c < columns; ++c) {
-            if (sqlite3_column_type(stmt, c) == SQLITE_NULL) {
-                cells.emplace_back(std::nullopt);
-                continue;
-            }
-            const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(stmt, c));
-            cells.emplace_back(QString::fromUtf8(text, sqlite3_column_bytes(stmt, c)));
+            const int type = sqlite3_column_type(stmt, c);
+            if (type == SQLITE_NULL)
+                table.Append_Cell(std::nullopt);
+            // A whole number is written out here, as SQLite would write it, without SQLite making a text
+            // of its own first: key columns are read by the thousand.
+            else if (type == SQLITE_INTEGER)
+                table.Append_Cell(QString::number(sqlite3_column_int64(stmt, c)));
+            else
+                table.Append_Cell(Cell_Text(stmt, c));
         }
-        table.Append_Row(std::move(cells));
+    });
+    if (ok)
+        rows = table.Rows();
+    return ok;
+}
+
+bool Run_Query_Rows(const Sql& sql, const RowSink& row, long& rows) {
+    rows = 0;
+    const int handle = Db_Open(Get_Db_Path());
+    if (handle == 0)
+        return false;
+    // The sink may raise a run-time failure of its own; the connection is closed on that path too.
+    struct Closer {
+        int handle;
+        ~Closer() { Db_Close(handle); }
+    } closer{handle};
+    bool ok = true;
+    bool empty = false;
+    Connection* conn = Find(handle);
+    if (sqlite3_stmt* stmt = Prepare_Bound(conn, sql, empty)) {
+        const int columns = sqlite3_column_count(stmt);
+        std::vector<QString> cells(static_cast<size_t>(columns));
+        ok = Step_All(conn, stmt, [&] {
+            for (int c = 0; c < columns; ++c)
+                cells[size_t(c)] = Cell_Text(stmt, c);
+            ++rows;
+            row(cells.data(), columns);
+        });
+    } else {
+        ok = empty;
     }
-    if (rc != SQLITE_DONE) {
-        const QString message = QString::fromUtf8(sqlite3_errmsg(conn->Db()));
-        sqlite3_reset(stmt);
-        sqlite3_clear_bindings(stmt);
-        return Sql_Failed(message);
-    }
-    sqlite3_reset(stmt);
-    sqlite3_clear_bindings(stmt);
-    rows = table.Rows();
-    return true;
+    if (!ok)
+        Report_Error();
+    return ok;
+}
+
+StorePaintsWhileBusy::StorePaintsWhileBusy() {
+    ++g_paintHolders;
+}
+
+StorePaintsWhileBusy::~StorePaintsWhileBusy() {
+    --g_paintHolders;
 }
 
 bool Run_Query(const Sql& sql, long& rows, ResultTable& table) {
@@ -354,9 +457,20 @@ bool StoreBatch::Close() {
         return true;
     long rows = 0;
     const bool committed = Db_Exec(m_handle, Sql(kCommitTrans), result, rows);
-    Db_Close(m_handle);
-    m_handle = 0;
+    Db_Close(std::exchange(m_handle, 0));
+    if (!committed && m_reload)
+        m_reload();
     return committed;
+}
+
+StoreBatch::~StoreBatch() {
+    // No exception may leave a destructor: a reload that fails as the batch goes out of scope is reported
+    // here.
+    try {
+        Close();
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
 }
 
 bool Compact_Database() {

@@ -4,7 +4,9 @@
 #include "store/Sql.h"
 
 #include <QString>
+#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace hv {
@@ -15,24 +17,30 @@ namespace hv {
 class ResultTable final {
 public:
     ResultTable() = default;
-    int Rows() const { return m_rows.empty() ? 0 : int(m_rows.size()) - 1; }
+    int Rows() const { return m_starts.empty() ? 0 : int(m_starts.size()) - 1; }
     int Columns() const { return m_columns; }
-    bool Empty() const { return m_rows.empty(); }
+    bool Empty() const { return m_starts.empty(); }
     QString Text(int row, int col) const;
     qint64 Long(int row, int col) const;
     bool Is_Null(int row, int col) const;
     void Clear() {
-        m_rows.clear();
+        m_cells.clear();
+        m_starts.clear();
         m_columns = 0;
     }
 
-    // Filled by Db_Exec.
+    // Filled by Db_Exec: the names, then each row as a whole or cell by cell after Begin_Row.
     void Set_Columns(const std::vector<QString>& names);
     void Append_Row(std::vector<std::optional<QString>> cells);
+    void Begin_Row();
+    void Append_Cell(std::optional<QString> cell) { m_cells.push_back(std::move(cell)); }
 
 private:
     const std::optional<QString>& Cell(int row, int col) const;
-    std::vector<std::vector<std::optional<QString>>> m_rows;
+    // All cells, row after row, in one store (a read of thousands of rows makes no row of its own); row r
+    // starts at m_starts[r] and ends where the next one starts.
+    std::vector<std::optional<QString>> m_cells;
+    std::vector<size_t> m_starts;
     int m_columns = 0;
 };
 
@@ -49,27 +57,50 @@ void Db_Close(int handle); // 0 is ignored
 bool Db_Exec(int handle, const Sql& sql, ResultTable& table, long& rows);
 
 bool Run_Query(const Sql& sql, long& rows, ResultTable& table);
+
+// While one of these exists, a statement that runs long (a delete of a million rows) lets the platform
+// process pending events now and then, so the window stays painted. The caller keeps its own controls
+// from starting other work meanwhile.
+class StorePaintsWhileBusy final {
+public:
+    StorePaintsWhileBusy();
+    ~StorePaintsWhileBusy();
+    StorePaintsWhileBusy(const StorePaintsWhileBusy&) = delete;
+    StorePaintsWhileBusy& operator=(const StorePaintsWhileBusy&) = delete;
+};
+// Runs a query as Run_Query does, but hands each result row to `row` as it is stepped (the cells as texts,
+// NULL as an empty text) instead of keeping a table: for results that run to millions of rows. The cells
+// are valid for the call only. `rows` counts the rows handed over.
+using RowSink = std::function<void(const QString* cells, int count)>;
+bool Run_Query_Rows(const Sql& sql, const RowSink& row, long& rows);
 bool Run_In_Transaction(const Sql& sql);
 
 // A run of statements on one connection in one transaction. Open() opens the store and begins the
 // transaction; Close(), or the batch going, commits whatever became of the statements and closes the
 // connection: nothing in the program rolls back. A store that failed to open leaves a handle of 0,
 // on which every statement and the commit do nothing.
-// Close() answers false when the commit failed, so that a page can show again what the store holds.
+//
+// A commit can still fail (another process holds the store) and closing the connection then rolls the
+// whole batch back, rows that succeeded included. The failure is reported like any statement's, and the
+// batch then runs its page's reload, once the connection is gone, so what a list shows is what is stored.
 class StoreBatch final {
 public:
     StoreBatch() = default;
-    ~StoreBatch() { Close(); }
+    explicit StoreBatch(std::function<void()> reload) : m_reload(std::move(reload)) {}
+    ~StoreBatch();
     StoreBatch(const StoreBatch&) = delete;
     StoreBatch& operator=(const StoreBatch&) = delete;
 
     int Open();
+    // False when the batch's work did not reach the store (the reload has run by then). Without a
+    // connection there is nothing to commit: the open has reported its failure already.
     bool Close();
     int Handle() const { return m_handle; }
     ResultTable result;
 
 private:
     int m_handle = 0;
+    std::function<void()> m_reload;
 };
 bool Compact_Database();
 bool Get_Remote_Settings(long& mode, QString& server, long& port);

@@ -343,6 +343,19 @@ bool Remove_Bypass_Exe(int handle, ResultTable& table, long C, long U, const QSt
     return On_Handle(handle, stmt::Remove_Bypass_Exe(C, U, name), table);
 }
 
+bool Add_User(int handle, ResultTable& table, const QString& name, long& id) {
+    if (!On_Handle(handle, stmt::Add_User_Insert(name), table) ||
+        !On_Handle(handle, stmt::Add_User_Lookup(name), table))
+        return false;
+    try {
+        id = long(table.Long(1, 0));
+        return true;
+    } catch (const RunTimeFailure&) {
+        Report_Error();
+    }
+    return false;
+}
+
 // ---- bit columns
 
 bool Load_Feature_Bits(long C, long U, long& bits) {

@@ -93,6 +93,9 @@ bool Remove_List_Item(int handle, ResultTable& table, const QString& column, con
                       const QString& value, long C, long U);
 bool Add_Bypass_Exe(int handle, ResultTable& table, long C, long U, const QString& name);
 bool Remove_Bypass_Exe(int handle, ResultTable& table, long C, long U, const QString& name);
+// Add_User's two statements on the caller's connection, so that an import of thousands of names is
+// written in one transaction rather than one commit a name.
+bool Add_User(int handle, ResultTable& table, const QString& name, long& id);
 
 // Bit columns (constants in store/Bits.h). Set_* reads, changes and writes back without testing the
 // read: after a failed read the value is 0 and the other bits are lost.

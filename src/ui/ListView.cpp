@@ -12,6 +12,7 @@
 #include <QStyledItemDelegate>
 #include <QTreeView>
 #include <QVBoxLayout>
+#include <utility>
 
 namespace hv::ui {
 
@@ -105,9 +106,11 @@ ListView::ListView(const QString& name, View view, QWidget* parent)
 }
 
 ListView::~ListView() {
-    // The view goes before the model it shows.
-    delete m_view;
-    m_view = nullptr;
+    // The view goes before the model it shows. The filter comes off first: the viewport's own
+    // destruction sends events, and they must not reach a view that is half gone.
+    QAbstractItemView* view = std::exchange(m_view, nullptr);
+    view->viewport()->removeEventFilter(this);
+    delete view;
 }
 
 void ListView::Set_Size_Twips(int widthTwips, int heightTwips) {
@@ -231,17 +234,34 @@ void ListView::Remove(int index) {
     m_model->Remove_Row(index - 1);
 }
 
+int ListView::Add_Row(const QString& text, QStringList subItems) {
+    m_model->Append(text, 0);
+    const int index = Count();
+    if (!subItems.isEmpty())
+        m_model->Extra(index - 1).subItems = std::move(subItems);
+    return index;
+}
+
+void ListView::Remove_Range(int index, int count) {
+    if (count <= 0)
+        return;
+    Check_Index(index);
+    Check_Index(index + count - 1);
+    if (m_editIndex >= index + count) {
+        m_editIndex -= count;
+    } else if (m_editIndex >= index) {
+        m_editIndex = 0;
+        Close_Editor();
+    }
+    m_model->Remove_Rows(index - 1, count);
+}
+
 void ListView::Clear() {
     if (m_editIndex) {
         m_editIndex = 0;
         Close_Editor();
     }
     m_model->Remove_All();
-}
-
-void ListView::Reserve(int rows) {
-    if (rows > Count())
-        m_model->Reserve(rows);
 }
 
 void ListView::Add_Many(const QStringList& texts, const QString& iconKey) {
@@ -257,6 +277,17 @@ void ListView::Set_Text(int index, const QString& text) {
     Check_Index(index);
     m_model->Set_Text(index - 1, text);
     m_model->Changed(index - 1, 0);
+}
+
+const QString& ListView::Text_In_Place(int index) const {
+    Check_Index(index);
+    return m_model->Text(index - 1);
+}
+
+const QStringList* ListView::Sub_Items_In_Place(int index) const {
+    Check_Index(index);
+    const ListRowExtra* extra = m_model->Extra_If(index - 1);
+    return extra ? &extra->subItems : nullptr;
 }
 
 QString ListView::Sub_Item(int index, int sub) const {

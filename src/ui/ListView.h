@@ -51,12 +51,20 @@ public:
     void Clear();
     // Many rows at once (a fill from the store): same as Add for each, without per-row overhead.
     void Add_Many(const QStringList& texts, const QString& iconKey);
+    // A row with its sub-items at once (a report's result row): the same as Add and Set_Sub_Item.
+    int Add_Row(const QString& text, QStringList subItems);
+    // Removes `count` rows from `index` on in one go: the same as Remove(index) `count` times.
+    void Remove_Range(int index, int count);
     // Room for this many rows in all, so that a long run of Add does not keep growing the storage.
     void Reserve(int rows);
 
     QString Text(int index) const;
     void Set_Text(int index, const QString& text);
     QString Sub_Item(int index, int sub) const; // sub 1.. for columns 2..
+    // The row's text and sub-items in place, for reading every cell of a long list without copies; the
+    // sub-items are null for a row that has none. Valid until the list changes.
+    const QString& Text_In_Place(int index) const;
+    const QStringList* Sub_Items_In_Place(int index) const;
     void Set_Sub_Item(int index, int sub, const QString& text);
     QString Icon_Key(int index) const;
     void Set_Icon_Key(int index, const QString& key);

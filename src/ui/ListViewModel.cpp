@@ -1,9 +1,26 @@
 #include "ui/ListViewModel.h"
 
+#include "ui/BusyCursor.h"
 #include "ui/Controls.h"
 #include "ui/ListView.h"
 
+#include <chrono>
+#include <thread>
+
 namespace hv::ui {
+
+namespace {
+// Up to this many rows a layout costs nothing worth saving: every batch goes out at once.
+constexpr int kEagerRows = 20000;
+// How long the rows must have stopped coming before the last batch goes out.
+constexpr int kLastBatchMs = 100;
+} // namespace
+
+ListViewModel::ListViewModel(ListView* owner) : m_owner(owner) {
+    m_lastBatch.setSingleShot(true);
+    m_lastBatch.setInterval(kLastBatchMs);
+    connect(&m_lastBatch, &QTimer::timeout, this, [this] { Flush(); });
+}
 
 const ListRowExtra* ListViewModel::Extra_If(int r) const {
     return m_extraOf.empty() ? nullptr : m_extras[m_extraOf[size_t(r)]].get();
@@ -36,14 +53,35 @@ void ListViewModel::Post_Flush() {
         return;
     m_flushPosted = true;
     QMetaObject::invokeMethod(
-        this, [this] { Flush(); }, Qt::QueuedConnection);
+        this, [this] { Posted_Flush(); }, Qt::QueuedConnection);
+}
+
+void ListViewModel::Posted_Flush() {
+    m_flushPosted = false;
+    const int waiting = Size() - m_shown;
+    if (waiting <= 0)
+        return;
+    if (m_shown < kEagerRows || waiting >= m_shown / 2) {
+        Flush();
+        return;
+    }
+    m_lastBatch.start();
 }
 
 void ListViewModel::Append(const QString& text, quint32 iconNumber) {
-    m_texts.append(text);
+    // A row is added to all of its columns or to none: memory running out half way through an import
+    // must leave a list that can still be shown.
     m_bits.push_back(iconNumber << ListRow::kIconShift);
-    if (!m_extraOf.empty())
-        m_extraOf.push_back(0);
+    try {
+        if (!m_extraOf.empty())
+            m_extraOf.push_back(0);
+        m_texts.append(text);
+    } catch (...) {
+        m_bits.pop_back();
+        if (m_extraOf.size() > m_bits.size())
+            m_extraOf.pop_back();
+        throw;
+    }
     Post_Flush();
 }
 
@@ -59,7 +97,7 @@ void ListViewModel::Append_All(const QStringList& texts, quint32 iconNumber) {
 }
 
 void ListViewModel::Flush() {
-    m_flushPosted = false;
+    m_lastBatch.stop();
     const int size = Size();
     if (size <= m_shown)
         return;
@@ -68,22 +106,55 @@ void ListViewModel::Flush() {
     endInsertRows();
 }
 
-void ListViewModel::Remove_Row(int r) {
+namespace {
+
+// Rows taken out of a long list, freed on a thread of their own: a million rows' texts take a noticeable
+// part of a second to free, which the user need not wait for.
+struct RemovedRows {
+    QStringList texts;
+    std::vector<std::unique_ptr<ListRowExtra>> extras;
+};
+constexpr int kFreeAsideFrom = 10000;
+
+} // namespace
+
+void ListViewModel::Remove_Rows(int r, int count) {
     Flush();
-    beginRemoveRows(QModelIndex(), r, r);
-    if (m_bits[size_t(r)] & ListRow::kSelected)
-        --m_selectedCount;
-    m_texts.removeAt(r);
-    m_bits.erase(m_bits.begin() + r);
-    if (!m_extraOf.empty()) {
-        if (const quint32 slot = m_extraOf[size_t(r)]) {
-            m_extras[slot].reset();
-            m_freeExtras.push_back(slot);
+    beginRemoveRows(QModelIndex(), r, r + count - 1);
+    auto removed = std::make_unique<RemovedRows>();
+    const bool aside = count >= kFreeAsideFrom;
+    for (int i = r; i < r + count; ++i) {
+        if (m_bits[size_t(i)] & ListRow::kSelected)
+            --m_selectedCount;
+        if (!m_extraOf.empty()) {
+            if (const quint32 slot = m_extraOf[size_t(i)]) {
+                if (aside)
+                    removed->extras.push_back(std::move(m_extras[slot]));
+                m_extras[slot].reset();
+                m_freeExtras.push_back(slot);
+            }
         }
-        m_extraOf.erase(m_extraOf.begin() + r);
     }
+    if (aside && r + count == Size()) {
+        QStringList kept = m_texts.first(r);
+        removed->texts = std::move(m_texts);
+        m_texts = std::move(kept);
+    } else {
+        m_texts.remove(r, count);
+    }
+    m_bits.erase(m_bits.begin() + r, m_bits.begin() + r + count);
+    if (!m_extraOf.empty())
+        m_extraOf.erase(m_extraOf.begin() + r, m_extraOf.begin() + r + count);
     m_shown = Size();
     endRemoveRows();
+    if (aside)
+        std::thread([rows = std::move(removed)]() mutable {
+            // Freeing competes for memory with whatever long work removed the rows (a delete in the store
+            // runs next): it waits until that work is over.
+            while (BusyCursor::Active())
+                std::this_thread::sleep_for(std::chrono::milliseconds(50));
+            rows.reset();
+        }).detach();
 }
 
 void ListViewModel::Remove_All() {

@@ -4,14 +4,19 @@
 // number a row, and the rarely used rest (sub-items, tag, key, bold sub-items) only for rows that have
 // any of it, reached through a second word a row that exists only once some row needs it.
 //
-// Rows added one by one are appended to the storage at once but announced to the views in one batch,
-// on the next turn of the event loop or before anything that needs the views to know them. Views thus
-// see rowCount() == Shown(), and all rows below it are exactly as stored.
+// Rows added one by one are appended to the storage at once but announced to the views in batches, on a
+// turn of the event loop or before anything that needs the views to know them. Views thus see
+// rowCount() == Shown(), and all rows below it are exactly as stored. A view lays out all the rows it
+// knows whenever rows are announced, so while rows keep coming a batch waits until it is half as large
+// as what the views already show: a long run of Add with the event loop turning in between (an import
+// that lets the interface breathe) costs the views a few layouts in all, each turn of the loop costs in
+// proportion to the rows added since the last, and the last batch goes out once the rows stop coming.
 #include <QAbstractTableModel>
 #include <QFont>
 #include <QHash>
 #include <QPointer>
 #include <QStringList>
+#include <QTimer>
 #include <algorithm>
 #include <memory>
 #include <vector>
@@ -38,7 +43,7 @@ struct ListRow {
 
 class ListViewModel final : public QAbstractTableModel {
 public:
-    explicit ListViewModel(ListView* owner) : m_owner(owner) {}
+    explicit ListViewModel(ListView* owner);
 
     struct Column {
         QString caption;
@@ -59,7 +64,8 @@ public:
         m_texts.reserve(rows);
         m_bits.reserve(size_t(rows));
     }
-    void Remove_Row(int r);
+    void Remove_Row(int r) { Remove_Rows(r, 1); }
+    void Remove_Rows(int r, int count);
     void Remove_All();
     // Tells the views of rows appended since the last time.
     void Flush();
@@ -105,8 +111,10 @@ private:
     int m_shown = 0;
     int m_selectedCount = 0;
     bool m_flushPosted = false;
+    QTimer m_lastBatch;
 
     void Post_Flush();
+    void Posted_Flush();
 };
 
 } // namespace hv::ui

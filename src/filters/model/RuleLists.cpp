@@ -219,12 +219,33 @@ QString Prepare_Add_Text(const QString& typed, AddText how) {
     return typed;
 }
 
+QString Cut_Characters(const QString& text, qsizetype count) {
+    qsizetype units = 0;
+    for (qsizetype chars = 0; chars < count && units < text.size(); ++chars)
+        units += (text.at(units).isHighSurrogate() && units + 1 < text.size() &&
+                  text.at(units + 1).isLowSurrogate())
+                     ? 2
+                     : 1;
+    return units < text.size() ? text.left(units) : text;
+}
+
+namespace {
+QString Lower_And_Cut(const QString& trimmed, const RuleListSpec& spec) {
+    return Cut_Characters(spec.importLower ? trimmed.toLower() : trimmed, spec.importCut);
+}
+} // namespace
+
 QString Prepare_Import_Field(const QString& field, const RuleListSpec& spec) {
-    QString text = Trim_Blanks(field);
-    if (spec.importLower)
-        text = text.toLower();
-    if (text.size() > spec.importCut)
-        text.truncate(spec.importCut);
+    return Lower_And_Cut(Trim_Blanks(field), spec);
+}
+
+std::optional<QString> Import_Rule(const ListField& field, const RuleListSpec& spec) {
+    if (field.nul)
+        return std::nullopt;
+    // A field that went on beyond what the reader kept has more than blanks after it: its end is no end.
+    const QString text = Lower_And_Cut(field.more ? field.text : Trim_Blanks(field.text), spec);
+    if (!spec.importCheck(text))
+        return std::nullopt;
     return text;
 }
 

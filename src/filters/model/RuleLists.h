@@ -1,10 +1,12 @@
 #pragma once
 // What tells the rule lists apart: their table and column, their switch, how a typed text is prepared,
 // their check, sizes and limits, and their words. The pages share one behaviour driven by these.
+#include "core/ListFile.h"
 #include "core/modGlobal.h"
 #include "store/modCommonFuns.h"
 
 #include <QString>
+#include <optional>
 
 namespace hv {
 
@@ -58,8 +60,15 @@ const RuleListSpec& Window();
 
 // What Add makes of a typed text.
 QString Prepare_Add_Text(const QString& typed, AddText how);
-// What Import makes of a field read from a file.
+// What Import makes of a field's text: trimmed, lowered where the list lowers, cut to the list's count of
+// characters.
 QString Prepare_Import_Field(const QString& field, const RuleListSpec& spec);
+// The rule Import adds for a field read from a file, or nothing for a field it refuses: one that holds a
+// NUL character (no reader of the store could see past it) or one the list's import check refuses.
+std::optional<QString> Import_Rule(const ListField& field, const RuleListSpec& spec);
+// The first `count` characters of a text; a character beyond the basic plane (a surrogate pair) counts as
+// one and is never split.
+QString Cut_Characters(const QString& text, qsizetype count);
 
 inline const char* const kListFileFilter = "Text Files|*.txt|All Files|*.*";
 inline const char* const kNothingToExport = "There is no item to export!.";

@@ -11,12 +11,12 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QUrl>
 
 #include <fcntl.h>
 #include <pwd.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace hv {
@@ -173,15 +173,19 @@ QDateTime QtPlatform::Now() {
 bool QtPlatform::Previous_Instance_Running() {
     if (m_lockFd >= 0)
         return false; // this process holds it already
-    // One lock per user: a file in the user's runtime (or temporary) folder, locked with flock and kept
-    // open for the life of the process. The OS releases the lock when the process ends, however it ends.
-    QString dir = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
-    if (dir.isEmpty())
-        dir = QDir::tempPath();
-    const QString path = dir + QStringLiteral("/dwhalvenorts-%1.lock").arg(::getuid());
-    const int fd = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    // One lock per user id, in a fixed place: two logins of one user with different environments still
+    // find the same file. It is locked with flock and kept open for the life of the process; the OS
+    // releases the lock when the process ends, however it ends. /tmp is shared by every user, so a link
+    // or a file somebody else laid there is not taken for this user's lock.
+    const QByteArray path = QByteArray("/tmp/halvenorts-") + QByteArray::number(::getuid()) + ".lock";
+    const int fd = ::open(path.constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
     if (fd < 0)
         return false; // no lock to be had: the start goes on rather than refusing every start
+    struct stat st {};
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) || st.st_uid != ::getuid()) {
+        ::close(fd);
+        return false;
+    }
     if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
         ::close(fd);
         return true;

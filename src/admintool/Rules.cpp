@@ -8,6 +8,9 @@
 #include "store/modDB.h"
 #include "store/modDBFunctions.h"
 
+#include <QSet>
+#include <optional>
+
 namespace hv::admin {
 
 namespace {
@@ -212,6 +215,62 @@ int Rules_Switch(const Invocation& inv, bool on) {
     return kExitOk;
 }
 
+// Why the page's import would pass over a field; empty when it takes it.
+QString Import_Refusal(const ListField& field, const RuleListSpec& spec, const std::optional<QString>& text) {
+    if (field.nul)
+        return QStringLiteral("it holds a NUL character");
+    if (!text)
+        return spec.words.addInvalid;
+    if (text->contains(u'\''))
+        return QStringLiteral("it holds an apostrophe, which the store does not take");
+    return QString();
+}
+
+int Rules_Import(const Invocation& inv) {
+    const RuleListSpec& spec = Named_List(inv);
+    const long user = Find_User(inv.Need(QStringLiteral("--user"))).id;
+    const bool dryRun = inv.Has(QStringLiteral("--dry-run"));
+    QSet<QString> listed;
+    for (const QString& rule : Stored_Rules(spec, user))
+        listed.insert(rule.toLower());
+
+    ListFileInput file(inv.words[0]);
+    ListFieldReader& reader = file.Reader();
+    StoreBatch batch;
+    if (!dryRun && batch.Open() == 0)
+        throw StoreFailed{};
+    long accepted = 0, duplicates = 0;
+    QStringList refused;
+    while (!reader.Eof()) {
+        const ListField field = reader.Next_Field();
+        const qint64 line = reader.Field_Line();
+        const std::optional<QString> text = Import_Rule(field, spec);
+        QString why = Import_Refusal(field, spec, text);
+        if (why.isEmpty() && listed.contains(text->toLower())) {
+            ++duplicates;
+            continue;
+        }
+        if (why.isEmpty() && !dryRun && !Add_Rule(batch.Handle(), batch.result, spec, user, *text))
+            why = QStringLiteral("the store refused it");
+        if (!why.isEmpty()) {
+            refused.append(QStringLiteral("line %1: \"%2\": %3").arg(line).arg(field.text.left(80), why));
+            continue;
+        }
+        listed.insert(text->toLower());
+        ++accepted;
+    }
+    if (!dryRun && !batch.Close())
+        throw StoreFailed{};
+    Out(QStringLiteral("%1 %2, %3 duplicate(s), %4 refused")
+            .arg(accepted)
+            .arg(dryRun ? QStringLiteral("would be added") : QStringLiteral("added"))
+            .arg(duplicates)
+            .arg(refused.size()));
+    for (const QString& r : refused)
+        Out(r);
+    return refused.isEmpty() ? kExitOk : kExitRefused;
+}
+
 int Rules_Export(const Invocation& inv) {
     const RuleListSpec& spec = Named_List(inv);
     const QStringList rules = Stored_Rules(spec, Find_User(inv.Need(QStringLiteral("--user"))).id);
@@ -277,6 +336,21 @@ void Add_Rule_Commands(std::vector<Command>& into) {
                     0,
                     0,
                     [](const Invocation& inv) { return Rules_Switch(inv, false); }});
+    into.push_back(
+        {rules,
+         QStringLiteral("import"),
+         QStringLiteral("rules import --user U --list L FILE [--dry-run]"),
+         QStringLiteral("Reads a list file as the list's page imports it (the same cut, case and check) "
+                        "and reports what the page keeps silent: how many rules were added, how many "
+                        "were listed already, and each refused field with its line and reason. Rules "
+                        "accepted are stored even when others are refused; exit 1 when any was "
+                        "refused. --dry-run writes nothing.") +
+             lists,
+         subject,
+         {QStringLiteral("--dry-run")},
+         1,
+         1,
+         Rules_Import});
     into.push_back({rules,
                     QStringLiteral("export"),
                     QStringLiteral("rules export --user U --list L FILE"),

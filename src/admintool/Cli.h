@@ -56,6 +56,7 @@ void Note(const QString& line);
 void Add_User_Commands(std::vector<Command>& into);
 void Add_Rule_Commands(std::vector<Command>& into);
 void Add_Schedule_Commands(std::vector<Command>& into);
+void Add_Report_Commands(std::vector<Command>& into);
 void Add_Policy_Commands(std::vector<Command>& into);
 void Add_Check_Commands(std::vector<Command>& into);
 

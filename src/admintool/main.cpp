@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
     hv::admin::Add_User_Commands(commands);
     hv::admin::Add_Rule_Commands(commands);
     hv::admin::Add_Schedule_Commands(commands);
+    hv::admin::Add_Report_Commands(commands);
     hv::admin::Add_Policy_Commands(commands);
     hv::admin::Add_Check_Commands(commands);
 

@@ -1,4 +1,6 @@
 // halvenorts-admin as an administrator runs it: real processes on a real store laid down by the installer.
+#include "core/BufferedFile.h"
+#include "core/Csv.h"
 #include "testing/TestSupport.h"
 
 #include <QFile>
@@ -221,6 +223,180 @@ TEST_F(AdminTool, CheckNamesWhatIsWrong) {
     junk.write("not a store at all, just text that goes on for a while.........................");
     junk.close();
     EXPECT_EQ(Run({QStringLiteral("check")}, junk.fileName()).exit, 1);
+}
+
+TEST_F(AdminTool, ImportReportsWhatThePageKeepsSilent) {
+    Ok({Words("users|add|jsmith"), Words("rules|add|--user|jsmith|--list|file|.doc")});
+    const QString file = dir.filePath(QStringLiteral("files.txt"));
+    QFile f(file);
+    ASSERT_TRUE(f.open(QIODevice::WriteOnly));
+    f.write(".exe\r\n.DOC, .zip\r\nx\r\n.zip\r\n");
+    f.write(QByteArray(".a\0b\r\n", 6));
+    f.close();
+    const QStringList args = Words("rules|import|--user|jsmith|--list|file") << file;
+    Outcome o = Run(QStringList(args) << QStringLiteral("--dry-run"));
+    EXPECT_EQ(o.exit, 1);
+    EXPECT_TRUE(o.out.startsWith(QStringLiteral("2 would be added, 2 duplicate(s), 2 refused")))
+        << o.out.toStdString();
+    EXPECT_TRUE(o.out.contains(QStringLiteral("line 3: \"x\": Please enter a valid File Extension!.")))
+        << o.out.toStdString();
+    EXPECT_TRUE(o.out.contains(QStringLiteral("line 5:"))) << o.out.toStdString();
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM FILE_TBL"), QStringList{QStringLiteral("1")});
+    o = Run(args);
+    EXPECT_EQ(o.exit, 1);
+    EXPECT_EQ(Rows("SELECT FILE_EXTN FROM FILE_TBL ORDER BY 1"),
+              (QStringList{QStringLiteral(".doc"), QStringLiteral(".exe"), QStringLiteral(".zip")}));
+}
+
+struct ScheduleCase {
+    const char* name;
+    const char* args; // after "schedules|add|--user|jsmith|"
+    int exit;
+    const char* err;
+};
+
+class AdminSchedules : public AdminTool, public ::testing::WithParamInterface<ScheduleCase> {};
+
+// Each scheduler's own rule, judged against a Daily 08:00-12:00 and a Weekly Mon/Wed 13:00-14:00 window.
+TEST_P(AdminSchedules, JudgedAsThePagesJudge) {
+    Ok({Words("users|add|jsmith")});
+    for (const QString& s : {QStringLiteral("internet"), QStringLiteral("application")})
+        Ok({Words("schedules|add|--user|jsmith|--type|Daily|--from|08:00|--to|12:00|--scheduler") << s,
+            Words("schedules|add|--user|jsmith|--type|Weekly|--from|13:00|--to|14:00|--days|Mon, "
+                  "Wed|--scheduler")
+                << s});
+    const ScheduleCase& c = GetParam();
+    const Outcome o = Run(QStringList{QStringLiteral("schedules"), QStringLiteral("add"),
+                                      QStringLiteral("--user"), QStringLiteral("jsmith")} +
+                          Words(c.args));
+    EXPECT_EQ(o.exit, c.exit) << o.err.toStdString();
+    EXPECT_TRUE(o.err.contains(QString::fromUtf8(c.err))) << o.err.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, AdminSchedules,
+    ::testing::Values(
+        ScheduleCase{"exact_duplicate", "--scheduler|internet|--type|Daily|--from|08:00|--to|12:00", 1,
+                     "Schedule already exist!."},
+        ScheduleCase{"overlap_passes_internet", "--scheduler|internet|--type|Daily|--from|09:00|--to|10:00",
+                     0, ""},
+        ScheduleCase{"overlap_refused_application",
+                     "--scheduler|application|--type|Daily|--from|09:00|--to|10:00", 1,
+                     "Schedule cannot be overlapped!"},
+        ScheduleCase{"touching_passes", "--scheduler|application|--type|Daily|--from|12:00|--to|13:00", 0,
+                     ""},
+        ScheduleCase{"other_weekday_passes",
+                     "--scheduler|application|--type|Weekly|--from|13:00|--to|14:00|--days|Tue", 0, ""},
+        ScheduleCase{"to_before_from", "--scheduler|application|--type|Daily|--from|15:00|--to|14:00", 1,
+                     "'To' time should be greater than or equal to 'From' time!"},
+        ScheduleCase{"weekly_without_days", "--scheduler|internet|--type|Weekly|--from|15:00|--to|16:00", 1,
+                     "needs --days"},
+        ScheduleCase{"no_time", "--scheduler|internet|--type|Daily|--from|25:00|--to|26:00", 1,
+                     "is not a time"}),
+    [](const ::testing::TestParamInfo<ScheduleCase>& info) { return std::string(info.param.name); });
+
+TEST_F(AdminTool, TwentyOneWindowsAreOneTooMany) {
+    Ok({Words("users|add|jsmith")});
+    for (int h = 0; h < 20; ++h)
+        Ok({Words("schedules|add|--user|jsmith|--scheduler|application|--type|Daily|--from")
+            << QStringLiteral("%1:00").arg(h, 2, 10, QLatin1Char('0')) << QStringLiteral("--to")
+            << QStringLiteral("%1:30").arg(h, 2, 10, QLatin1Char('0'))});
+    const Outcome o = Run(
+        Words("schedules|add|--user|jsmith|--scheduler|application|--type|Daily|--from|22:00|--to|23:00"));
+    EXPECT_EQ(o.exit, 1);
+    EXPECT_EQ(Rows("SELECT COUNT(*) FROM SCH_TBL"), QStringList{QStringLiteral("20")});
+}
+
+struct EffectiveCase {
+    const char* name;
+    const char* setup; // SQL run before the question, ';'-separated
+    const char* at;
+    const char* says;
+};
+
+class AdminEffective : public AdminTool, public ::testing::WithParamInterface<EffectiveCase> {};
+
+// Single User Mode; jsmith has a Daily window 08:00-12:00, a Weekly one on Monday 18:00-20:00 (2026-01-12
+// is a Monday) and a Monthly one in March 21:00-22:00.
+TEST_P(AdminEffective, SaysWhetherTheInternetIsOnAndWhy) {
+    Ok({Words("users|add|jsmith"),
+        Words("schedules|add|--user|jsmith|--scheduler|internet|--type|Daily|--from|08:00|--to|12:00"),
+        Words("schedules|add|--user|jsmith|--scheduler|internet|--type|Weekly|--from|18:00|--to|20:00|--days|"
+              "Mon"),
+        Words("schedules|add|--user|jsmith|--scheduler|internet|--type|Monthly|--from|21:00|--to|22:00|--"
+              "months|Mar")});
+    Store_Rows(Store(), "UPDATE SETTINGS_TBL SET PROGRAM_MODE=1");
+    for (const QString& sql : QString::fromUtf8(GetParam().setup).split(u';', Qt::SkipEmptyParts))
+        Store_Rows(Store(), sql.toUtf8());
+    const Outcome o = Run(Words("effective|--user|jsmith|--at") << QString::fromUtf8(GetParam().at));
+    EXPECT_EQ(o.exit, 0) << o.err.toStdString();
+    EXPECT_TRUE(o.out.contains(QString::fromUtf8(GetParam().says))) << o.out.toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, AdminEffective,
+    ::testing::Values(EffectiveCase{"manual_on", "UPDATE USER_TBL SET SCH_FOR=1, IA_ON_OFF=1",
+                                    "2026-01-12 23:00", "Internet: on (manual mode)"},
+                      EffectiveCase{"manual_off", "UPDATE USER_TBL SET SCH_FOR=1, IA_ON_OFF=0",
+                                    "2026-01-12 09:00", "Internet: off (manual mode)"},
+                      EffectiveCase{"daily_inside", "UPDATE USER_TBL SET SCH_FOR=2", "2026-01-13 11:59",
+                                    "Internet: on (scheduler, window"},
+                      EffectiveCase{"window_end_outside", "UPDATE USER_TBL SET SCH_FOR=2", "2026-01-13 12:00",
+                                    "Internet: off (scheduler, outside its 3 window(s))"},
+                      EffectiveCase{"weekly_on_its_day", "UPDATE USER_TBL SET SCH_FOR=2", "2026-01-12 19:00",
+                                    "Weekly 18:00-20:00 Mon"},
+                      EffectiveCase{"weekly_other_day", "UPDATE USER_TBL SET SCH_FOR=2", "2026-01-13 19:00",
+                                    "Internet: off"},
+                      EffectiveCase{"monthly_in_its_month", "UPDATE USER_TBL SET SCH_FOR=2",
+                                    "2026-03-05 21:30", "Monthly 21:00-22:00 Mar"},
+                      EffectiveCase{"monthly_other_month", "UPDATE USER_TBL SET SCH_FOR=2",
+                                    "2026-04-05 21:30", "Internet: off"},
+                      EffectiveCase{"all_user_mode_uses_first_row",
+                                    "UPDATE SETTINGS_TBL SET PROGRAM_MODE=0;UPDATE USER_TBL SET SCH_FOR=1, "
+                                    "IA_ON_OFF=0 WHERE USER_ID=0",
+                                    "2026-01-13 11:00", "Internet: off (manual mode)"},
+                      EffectiveCase{"device_lock_in_words", "UPDATE USER_TBL SET DEVICE_LOCK=52",
+                                    "2026-01-13 11:00",
+                                    "Devices: floppy locked, CD/DVD unlocked, USB mass storage read only"}),
+    [](const ::testing::TestParamInfo<EffectiveCase>& info) { return std::string(info.param.name); });
+
+TEST_F(AdminTool, ReportRowsExportAsCsvRecords) {
+    Ok({Words("users|add|jsmith")});
+    Store_Rows(
+        Store(),
+        "INSERT INTO URL_RPT_TBL VALUES ('http://a.example/?q=1,2', 'a.example', 'say \"hi\".exe', 1, 2, "
+        "'2026-01-14 10:00:00', '2026-01-14 10:05:00', 1)");
+    Store_Rows(Store(), "INSERT INTO URL_RPT_TBL VALUES ('http://b.example/', 'b.example', 'x.exe', 1, 2, "
+                        "'2026-01-16 00:00:00', '2026-01-16 00:01:00', 1)");
+    const QString file = dir.filePath(QStringLiteral("url.csv"));
+    Ok({Words("reports|export|--type|url|--user|jsmith|--from|2026-01-14|--to|2026-01-15|--format|csv")
+        << file});
+    QFile f(file);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_EQ(
+        f.readAll(),
+        QByteArray("USER,Url Visited,Domain,Application Used,Sent Bits,Received Bits,Start Time,Stop Time\r\n"
+                   "jsmith,\"http://a.example/?q=1,2\",a.example,\"say \"\"hi\"\".exe\",1,2,"
+                   "2026-01-14 10:00:00,2026-01-14 10:05:00\r\n"));
+}
+
+TEST(Csv, FieldsQuotedOnlyWhereRfc4180AsksIt) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath(QStringLiteral("t.csv"));
+    {
+        BufferedFile out(path, BufferedFile::Replace);
+        const QString fields[] = {QString(),
+                                  QStringLiteral("plain"),
+                                  QStringLiteral("a,b"),
+                                  QStringLiteral("\"q\""),
+                                  QStringLiteral("two\r\nlines"),
+                                  QStringLiteral("münchen")};
+        Csv_Record(out, fields, 6);
+        out.Close();
+    }
+    QFile f(path);
+    ASSERT_TRUE(f.open(QIODevice::ReadOnly));
+    EXPECT_EQ(f.readAll(), QByteArray(",plain,\"a,b\",\"\"\"q\"\"\",\"two\r\nlines\",m\xc3\xbcnchen\r\n"));
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 // halvenorts-admin as an administrator runs it: real processes on a real store laid down by the installer.
 #include "core/BufferedFile.h"
 #include "core/Csv.h"
-#include "testing/TestSupport.h"
+#include "testing/StoreTest.h"
 
 #include <QFile>
 #include <QProcess>
@@ -11,7 +11,7 @@
 namespace hv {
 namespace {
 
-using testing::Store_Rows;
+using testing::Raw_Rows;
 
 struct Outcome {
     int exit = -1;
@@ -44,7 +44,7 @@ protected:
         }
     }
     QStringList Rows(const char* sql, const QString& store = QString()) {
-        return Store_Rows(store.isEmpty() ? Store() : store, sql);
+        return Raw_Rows(store.isEmpty() ? Store() : store, sql);
     }
 
     QTemporaryDir dir;
@@ -171,7 +171,7 @@ QStringList Policy_By_Name(const QString& store) {
           "SELECT E_USER_NAME FROM USER_EXCPN_TBL ORDER BY 1",
           "SELECT PROGRAM_MODE, CLIENT_OPTIONS, PWD, REMOTE_MODE, SERVER_NAME, CLIENT_PORT FROM "
           "SETTINGS_TBL"})
-        rows += Store_Rows(store, sql);
+        rows += Raw_Rows(store, sql);
     return rows;
 }
 
@@ -180,9 +180,9 @@ TEST_F(AdminTool, PolicyTravelsWholeAndABadFileChangesNothing) {
     ASSERT_EQ(QProcess::execute(QStringLiteral(HV_SETUP_TOOL), {QStringLiteral("demo"), other.path()}), 0);
     const QString source = other.filePath(QStringLiteral("hvpolicy.iil"));
     // A removed user leaves a gap in the ids, so names and not ids must carry the policy across.
-    Store_Rows(source, "INSERT INTO PORT_TBL VALUES (8080, 65535, 'TCP', 0, 0)");
-    Store_Rows(source, "INSERT INTO USER_EXCPN_TBL (E_USER_NAME) VALUES ('ann')");
-    Store_Rows(source, "UPDATE SETTINGS_TBL SET PWD='Other', CLIENT_OPTIONS=5");
+    Raw_Rows(source, "INSERT INTO PORT_TBL VALUES (8080, 65535, 'TCP', 0, 0)");
+    Raw_Rows(source, "INSERT INTO USER_EXCPN_TBL (E_USER_NAME) VALUES ('ann')");
+    Raw_Rows(source, "UPDATE SETTINGS_TBL SET PWD='Other', CLIENT_OPTIONS=5");
     const QString file = dir.filePath(QStringLiteral("policy.json"));
     ASSERT_EQ(Run({QStringLiteral("policy"), QStringLiteral("export"), file}, source).exit, 0);
     ASSERT_EQ(Run({QStringLiteral("policy"), QStringLiteral("import"), file}).exit, 0);
@@ -200,7 +200,7 @@ TEST_F(AdminTool, PolicyTravelsWholeAndABadFileChangesNothing) {
     ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
     f.write(bad);
     f.close();
-    Store_Rows(Store(), "DELETE FROM BL_TBL");
+    Raw_Rows(Store(), "DELETE FROM BL_TBL");
     const QStringList before = Policy_By_Name(Store());
     const Outcome o =
         Run({QStringLiteral("policy"), QStringLiteral("import"), file, QStringLiteral("--replace")});
@@ -211,8 +211,8 @@ TEST_F(AdminTool, PolicyTravelsWholeAndABadFileChangesNothing) {
 
 TEST_F(AdminTool, CheckNamesWhatIsWrong) {
     EXPECT_EQ(Run({QStringLiteral("check")}).exit, 0);
-    Store_Rows(Store(), "DROP TABLE WL_TBL");
-    Store_Rows(Store(), "DELETE FROM SETTINGS_TBL");
+    Raw_Rows(Store(), "DROP TABLE WL_TBL");
+    Raw_Rows(Store(), "DELETE FROM SETTINGS_TBL");
     const Outcome o = Run({QStringLiteral("check")});
     EXPECT_EQ(o.exit, 1);
     EXPECT_TRUE(o.out.contains(QStringLiteral("The table WL_TBL is missing."))) << o.out.toStdString();
@@ -325,9 +325,9 @@ TEST_P(AdminEffective, SaysWhetherTheInternetIsOnAndWhy) {
               "Mon"),
         Words("schedules|add|--user|jsmith|--scheduler|internet|--type|Monthly|--from|21:00|--to|22:00|--"
               "months|Mar")});
-    Store_Rows(Store(), "UPDATE SETTINGS_TBL SET PROGRAM_MODE=1");
+    Raw_Rows(Store(), "UPDATE SETTINGS_TBL SET PROGRAM_MODE=1");
     for (const QString& sql : QString::fromUtf8(GetParam().setup).split(u';', Qt::SkipEmptyParts))
-        Store_Rows(Store(), sql.toUtf8());
+        Raw_Rows(Store(), sql.toUtf8());
     const Outcome o = Run(Words("effective|--user|jsmith|--at") << QString::fromUtf8(GetParam().at));
     EXPECT_EQ(o.exit, 0) << o.err.toStdString();
     EXPECT_TRUE(o.out.contains(QString::fromUtf8(GetParam().says))) << o.out.toStdString();
@@ -362,11 +362,11 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST_F(AdminTool, ReportRowsExportAsCsvRecords) {
     Ok({Words("users|add|jsmith")});
-    Store_Rows(
+    Raw_Rows(
         Store(),
         "INSERT INTO URL_RPT_TBL VALUES ('http://a.example/?q=1,2', 'a.example', 'say \"hi\".exe', 1, 2, "
         "'2026-01-14 10:00:00', '2026-01-14 10:05:00', 1)");
-    Store_Rows(Store(), "INSERT INTO URL_RPT_TBL VALUES ('http://b.example/', 'b.example', 'x.exe', 1, 2, "
+    Raw_Rows(Store(), "INSERT INTO URL_RPT_TBL VALUES ('http://b.example/', 'b.example', 'x.exe', 1, 2, "
                         "'2026-01-16 00:00:00', '2026-01-16 00:01:00', 1)");
     const QString file = dir.filePath(QStringLiteral("url.csv"));
     Ok({Words("reports|export|--type|url|--user|jsmith|--from|2026-01-14|--to|2026-01-15|--format|csv")

@@ -2,10 +2,7 @@
 // the page does not offer, and the copy's refusal to write where a user cannot be found or where a
 // destination turns out to be the source.
 #include "admin/model/CopySettings.h"
-#include "core/clsLog.h"
-#include "setup/StoreSetup.h"
-#include "store/modDBFunctions.h"
-#include "testing/ScriptedPlatform.h"
+#include "testing/StoreTest.h"
 #include "testing/TestSupport.h"
 
 #include <gtest/gtest.h>
@@ -28,45 +25,16 @@ TEST(CopySettingsTime, StoredTimesComeBackAsTwentyFourHourTextWithSeconds) {
     Err().Clear();
 }
 
-class CopySettingsStore : public ::testing::Test {
+class CopySettingsStore : public hv::testing::StoreTest {
 protected:
     void SetUp() override {
-        Err().Clear();
-        QString error;
-        ASSERT_TRUE(Create_Store(Get_Db_Path(), false, &error)) << error.toStdString();
+        StoreTest::SetUp();
         for (const char* name : {"alice", "bob", "BOB"}) {
             long id = 0;
             ASSERT_TRUE(Add_User(QString::fromLatin1(name), id));
-            ids.push_back(id);
         }
         Run("INSERT INTO EXE_TBL (EXE_NAME, COMPUTER_ID, USER_ID) VALUES ('a.exe', 0, 1), ('b.exe', 0, 2)");
     }
-    void TearDown() override { Err().Clear(); }
-    void Run(const char* sql) {
-        long rows = 0;
-        ResultTable t;
-        ASSERT_TRUE(Run_Query(Sql().lit(QString::fromLatin1(sql)), rows, t)) << sql;
-    }
-    QStringList Column(const char* sql) {
-        long rows = 0;
-        ResultTable t;
-        QStringList out;
-        if (Run_Query(Sql().lit(QString::fromLatin1(sql)), rows, t))
-            for (long i = 1; i <= rows; ++i)
-                out << t.Text(int(i), 0);
-        return out;
-    }
-    QStringList Box_Texts() {
-        QStringList texts;
-        for (const RecordedBox& b : p.boxes)
-            texts << b.text;
-        p.boxes.clear();
-        return texts;
-    }
-
-    ScriptedPlatform p;
-    PlatformScope scope{p};
-    std::vector<long> ids;
     const QStringList exe{QStringLiteral("EXE Blocker")};
 };
 

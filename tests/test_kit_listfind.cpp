@@ -16,28 +16,16 @@ struct Case {
     bool found;
 };
 
+// clang-format off
 const Case kCases[] = {
-    {"Bob Jones", "bob", true},
-    {"Bob Jones", "BOB JONES", true},
-    {"Bob Jones", "bob jones", true},
-    {"Bob Jones", "bo", false},
-    {"Bob Jones", "bobby", false},
-    {"Bob Jones", "Bob J", false},
-    {"Bob Jones", "Bob Jo", false},
-    {"Bob Jones", "bob ", true},
-    {"Bob Jones", "jones", false},
-    {"Bob", "bob", true},
-    {"bob.smith", "bob", true},
-    {"bob-smith", "BOB-", true},
-    {"john_smith", "john", false},
-    {"USER10", "user1", false},
-    {"USER1", "user1", true},
-    {"Åsa Berg", "åsa", true},
-    {"Bob", "", false},
-    {"", "", false},
-    {" Dave", " dave", true},
-    {" Dave", "dave", false},
+    {"Bob Jones", "bob", true}, {"Bob Jones", "BOB JONES", true}, {"Bob Jones", "bob jones", true},
+    {"Bob Jones", "bo", false}, {"Bob Jones", "bobby", false}, {"Bob Jones", "Bob J", false},
+    {"Bob Jones", "Bob Jo", false}, {"Bob Jones", "bob ", true}, {"Bob Jones", "jones", false},
+    {"Bob", "bob", true}, {"bob.smith", "bob", true}, {"bob-smith", "BOB-", true}, {"john_smith", "john", false},
+    {"USER10", "user1", false}, {"USER1", "user1", true}, {"Åsa Berg", "åsa", true}, {"Bob", "", false},
+    {"", "", false}, {" Dave", " dave", true}, {" Dave", "dave", false},
 };
+// clang-format on
 
 TEST(KitListFind, WholeWordBeginningsAgreeAcrossTheWalkAndTheIndex) {
     hv::ScriptedPlatform world;

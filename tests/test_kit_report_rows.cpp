@@ -1,5 +1,5 @@
 // The list view's rows with their sub-items at once and its removal of a run of rows, which the report
-// sheet uses at a million rows, and the busy cursor around long work.
+// sheet uses at a million rows, and the busy cursor around long work, however the work ends.
 #include "testing/ScriptedPlatform.h"
 #include "ui/BusyCursor.h"
 #include "ui/ListView.h"
@@ -7,6 +7,8 @@
 #include <QGuiApplication>
 #include <QThread>
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 namespace {
 
@@ -64,6 +66,14 @@ TEST(KitReportRows, BusyCursorShowsWhileHeldAndLetsTheWindowPaint) {
     EXPECT_FALSE(BusyCursor::Active());
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_EQ(platform.doEvents, 1);
+    // Work that ends in an exception takes the cursor with it.
+    EXPECT_THROW(
+        {
+            BusyCursor busy;
+            throw std::runtime_error("failed");
+        },
+        std::runtime_error);
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
 } // namespace

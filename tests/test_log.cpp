@@ -2,7 +2,7 @@
 #include "core/LogSession.h"
 #include "core/clsLog.h"
 #include "platform/Err.h"
-#include "testing/ScriptedPlatform.h"
+#include "testing/StoreTest.h"
 
 #include <QDir>
 #include <QFile>
@@ -11,16 +11,8 @@
 namespace hv {
 namespace {
 
-QByteArray Read_All(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
-void Write_All(const QString& path, const QByteArray& bytes) {
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    ASSERT_EQ(f.write(bytes), bytes.size());
-}
+using hv::testing::File_Bytes;
+using hv::testing::Write_File;
 
 QByteArray Padded(const QByteArray& s) {
     return s.size() < 80 ? s + QByteArray(80 - s.size(), ' ') : s;
@@ -60,7 +52,7 @@ TEST_F(LogTest, RecordsArePrefixedPaddedStampedAndLedByCrLf) {
         {t81, 1, true, "I: " + t81 + kStamp},
         {"caf\xc3\xa9", 1, false, Padded("I: caf\xc3\xa9") + ' '}, // padding counts characters, not bytes
     };
-    Write_All(Path(), "\r\nold line"); // a log left by an earlier session is continued
+    Write_File(Path(), "\r\nold line"); // a log left by an earlier session is continued
     clsLog log;
     log.Start_Logging(Path());
     QByteArray expected = "\r\nold line";
@@ -68,7 +60,7 @@ TEST_F(LogTest, RecordsArePrefixedPaddedStampedAndLedByCrLf) {
         log.Log_Event(QString::fromUtf8(c.text), c.level, c.time);
         expected += "\r\n" + c.line;
     }
-    EXPECT_EQ(Read_All(Path()), expected);
+    EXPECT_EQ(File_Bytes(Path()), expected);
 }
 
 TEST_F(LogTest, TimeStampUsesEnglishMonthsAndTwoDigitYear) {
@@ -83,21 +75,21 @@ TEST_F(LogTest, TimeStampUsesEnglishMonthsAndTwoDigitYear) {
 TEST_F(LogTest, ResetsOnlyWhenOverOneMebibyteAtTheMomentOfACall) {
     const qint64 limit = 1048576;
     {
-        Write_All(Path(), QByteArray(limit, 'z'));
+        Write_File(Path(), QByteArray(limit, 'z'));
         clsLog log;
         log.Start_Logging(Path());
         log.Log_Event(QStringLiteral("kept"), 1, false);
         EXPECT_EQ(QFileInfo(Path()).size(), limit + 2 + 80) << "exactly 1,048,576 bytes is not over";
         log.Log_Event(QStringLiteral("first of new file"), 2, true);
-        EXPECT_EQ(Read_All(Path()), "\r\n" + Padded("W: first of new file") + kStamp);
+        EXPECT_EQ(File_Bytes(Path()), "\r\n" + Padded("W: first of new file") + kStamp);
         log.Log_Event(QStringLiteral("second"), 0, false);
-        EXPECT_EQ(Read_All(Path()).count("\r\n"), 2);
+        EXPECT_EQ(File_Bytes(Path()).count("\r\n"), 2);
     }
-    Write_All(Path(), QByteArray(limit + 1, 'z'));
+    Write_File(Path(), QByteArray(limit + 1, 'z'));
     clsLog log;
     log.Start_Logging(Path());
     log.Log_Event(QStringLiteral("after"), 0, false);
-    EXPECT_EQ(Read_All(Path()), "\r\n" + Padded("after"));
+    EXPECT_EQ(File_Bytes(Path()), "\r\n" + Padded("after"));
 }
 
 TEST_F(LogTest, FailuresAreSwallowedAndOpeningFailureIsRaised) {
@@ -105,7 +97,7 @@ TEST_F(LogTest, FailuresAreSwallowedAndOpeningFailureIsRaised) {
     const QString dir = p.App_Path() + QStringLiteral("/logs");
     ASSERT_TRUE(QDir().mkpath(dir));
     const QString path = dir + QStringLiteral("/halvenorts.log");
-    Write_All(path, QByteArray(1048577, 'z'));
+    Write_File(path, QByteArray(1048577, 'z'));
     clsLog log;
     log.Start_Logging(path);
     ASSERT_TRUE(QDir(dir).removeRecursively());
@@ -145,9 +137,9 @@ TEST_F(LogTest, ShowErrorShowsTheBoxBeforeLoggingAndAddsAPendingError) {
     Log_Error(QStringLiteral("no error")); // the error part is always there
     ASSERT_EQ(p.boxes.size(), 2u);
     EXPECT_EQ(p.boxes[1].text, QString());
-    EXPECT_EQ(Read_All(Path()), "\r\n" + Padded("E: " + withError.toUtf8()) + kStamp + "\r\n" +
-                                    Padded("E: ") + kStamp + "\r\n" + Padded("E: quiet") + kStamp + "\r\n" +
-                                    Padded("E: no error: ErrNo=0: ErrDesc=: ErrSrc=") + kStamp);
+    EXPECT_EQ(File_Bytes(Path()), "\r\n" + Padded("E: " + withError.toUtf8()) + kStamp + "\r\n" +
+                                      Padded("E: ") + kStamp + "\r\n" + Padded("E: quiet") + kStamp + "\r\n" +
+                                      Padded("E: no error: ErrNo=0: ErrDesc=: ErrSrc=") + kStamp);
 }
 
 } // namespace

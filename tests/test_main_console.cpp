@@ -1,11 +1,7 @@
 // The main console's pieces that no scenario reaches: the compiled-in pictures, and the subject read from a
 // selector tag that is no number.
-#include "console/ConsoleSession.h"
-#include "console/frmMain.h"
 #include "platform/Err.h"
-#include "setup/StoreSetup.h"
-#include "testing/ScriptedPlatform.h"
-#include "ui/Forms.h"
+#include "testing/ConsoleWorld.h"
 
 #include <QImage>
 #include <gtest/gtest.h>
@@ -37,15 +33,10 @@ TEST(MainConsoleImages, EveryImageKeyHasARealPicture) {
 }
 
 TEST(MainConsoleSubject, ATagThatIsNoNumberIsATypeMismatchAndAnUnknownPageOpensNothing) {
-    ScriptedPlatform desktop;
-    PlatformScope scope{desktop};
-    ConsoleSession console;
-    Set_Session(&console);
+    hv::testing::ConsoleWorld world;
     QString error;
-    ASSERT_TRUE(Create_Store(desktop.Windows_Directory() + QStringLiteral("/hvpolicy.iil"), true, &error))
-        << qPrintable(error);
-    auto& main = ui::Forms::Get<frmMain>();
-    main.Load();
+    ASSERT_TRUE(world.Lay_Store(&error)) << qPrintable(error);
+    frmMain& main = world.Main();
     for (const char* tag : {"", "abc", "12x"}) {
         ui::Set_Tag(main.cboUsers, QLatin1String(tag));
         try {
@@ -62,9 +53,7 @@ TEST(MainConsoleSubject, ATagThatIsNoNumberIsATypeMismatchAndAnUnknownPageOpensN
     const int before = ui::Forms::Count();
     Show_Page(QStringLiteral("frmNoSuchPage"));
     EXPECT_EQ(ui::Forms::Count(), before);
-    EXPECT_TRUE(desktop.boxes.empty());
-    main.Unload();
-    Set_Session(nullptr);
+    EXPECT_TRUE(world.desktop.boxes.empty());
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 // writer against a write of every piece at the file's end on its own.
 #include "reporting/model/ReportKinds.h"
 #include "reporting/model/clsHTML.h"
-#include "testing/ScriptedPlatform.h"
+#include "testing/StoreTest.h"
 #include "testing/TestSupport.h"
 
 #include <QDir>
@@ -13,20 +13,17 @@
 namespace {
 
 using namespace hv;
+using hv::testing::File_Bytes;
 using hv::testing::Raised;
 
 TEST(ReportKinds, SortCaptionsMapToColumnsAndUnmappedCaptionsStay) {
+    // clang-format off
     const std::pair<const char*, const char*> cases[] = {
-        {"URL", "URL"},
-        {"Domain Name", "DOMAIN_NAME"},
-        {"Start Time", "START_TIME"},
-        {"Send Time", "START_TIME"},
-        {"Received Time", "START_TIME"},
-        {"Program Title", "PROGRAM_TITLE"},
-        {"Manufacturer", "MANUFACTURER"},
-        {"From Address", "FROM_ADDRESS"},
-        {"Subject", "SUBJECT"},
+        {"URL", "URL"}, {"Domain Name", "DOMAIN_NAME"}, {"Start Time", "START_TIME"}, {"Send Time", "START_TIME"},
+        {"Received Time", "START_TIME"}, {"Program Title", "PROGRAM_TITLE"}, {"Manufacturer", "MANUFACTURER"},
+        {"From Address", "FROM_ADDRESS"}, {"Subject", "SUBJECT"},
     };
+    // clang-format on
     for (const auto& [caption, column] : cases)
         EXPECT_EQ(report::Sort_Column(QLatin1String(caption)), QLatin1String(column)) << caption;
 }
@@ -88,11 +85,6 @@ private:
     QFile m_file;
 };
 
-QByteArray Read(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
-
 class ReportHtml : public ::testing::Test {
 protected:
     QTemporaryDir dir;
@@ -121,7 +113,7 @@ TEST_F(ReportHtml, TwoColumnSheetIsWrittenByteForByteBehindWhatTheFileHolds) {
         "\r\n<tr>\r\n<td  bgcolor=\"#FFFFFF\">&nbsp;</td><td  bgcolor=\"#FFFFFF\">  </td>\r\n</tr>"
         "\r\n<tr>\r\n<td bgcolor=\"#FFDBBF\">a&b<c></td><td bgcolor=\"#FFDBBF\">&nbsp;</td>\r\n</tr>"
         "\r\n<tr><td>Report Taken @ 1/15/2026 2:05:09 PM</td>\r\n</tr>\r\n</table>\r\n\r\n</div>";
-    EXPECT_EQ(Read(path), expected);
+    EXPECT_EQ(File_Bytes(path), expected);
 }
 
 TEST_F(ReportHtml, BufferedWriterWritesWhatPieceByPieceWritesOnAnySheet) {
@@ -144,9 +136,9 @@ TEST_F(ReportHtml, BufferedWriterWritesWhatPieceByPieceWritesOnAnySheet) {
         PieceByPiece out(pieces);
         clsHTML::Footer_Pieces(out);
     }
-    const QByteArray a = Read(buffered);
+    const QByteArray a = File_Bytes(buffered);
     EXPECT_GT(a.size(), 1 << 20); // more than one block of the buffer
-    EXPECT_TRUE(a == Read(pieces));
+    EXPECT_TRUE(a == File_Bytes(pieces));
     EXPECT_TRUE(a.endsWith(
         "<tr><td colspan=\"100%\"></td></tr>\r\n<tr><td></td></tr>\r\n\r\n</table>\r\n\r\n</div>"));
 }

@@ -71,31 +71,29 @@ TEST(ScheduleModel, CheckListsGiveTheSameTextsAndMasksAsTheStoredMasks) {
     EXPECT_EQ(days.Item_Text(1), "Sunday");
     EXPECT_EQ(months.Item_Text(9), "September");
 
-    for (long mask : {1L, 10L, 65L, 127L}) {
-        Clear_Checks(days, months);
-        QString text;
-        Weekday_Mask_To_Text(mask, text);
-        Check_Weekdays_From_Text(text, days);
-        QString listed;
-        long back = 0;
-        Checked_Items_To_Text(listed, days);
-        Checked_Items_To_Mask(back, days);
-        EXPECT_EQ(listed, text);
-        EXPECT_EQ(back, mask);
-        EXPECT_EQ(Weekday_Names_To_Bits(text), mask);
-    }
-    for (long mask : {1L, 2049L, 4095L, 48L}) {
-        Clear_Checks(days, months);
-        QString text;
-        Month_Mask_To_Text(mask, text);
-        Check_Months_From_Text(text, months);
-        QString listed;
-        long back = 0;
-        Checked_Items_To_Text(listed, months);
-        Checked_Items_To_Mask(back, months);
-        EXPECT_EQ(listed, text);
-        EXPECT_EQ(back, mask);
-        EXPECT_EQ(Month_Names_To_Bits(text), mask);
+    struct Kind {
+        FakeCheckList& list;
+        bool (*toText)(long, QString&);
+        void (*fromText)(const QString&, CheckList&);
+        long (*namesToBits)(const QString&);
+        std::vector<long> masks;
+    };
+    // clang-format off
+    for (const Kind& k : {Kind{days, Weekday_Mask_To_Text, Check_Weekdays_From_Text, Weekday_Names_To_Bits, {1, 10, 65, 127}},
+                          Kind{months, Month_Mask_To_Text, Check_Months_From_Text, Month_Names_To_Bits, {1, 2049, 4095, 48}}}) {
+        // clang-format on
+        for (long mask : k.masks) {
+            Clear_Checks(days, months);
+            QString text, listed;
+            k.toText(mask, text);
+            k.fromText(text, k.list);
+            long back = 0;
+            Checked_Items_To_Text(listed, k.list);
+            Checked_Items_To_Mask(back, k.list);
+            EXPECT_EQ(listed, text);
+            EXPECT_EQ(back, mask);
+            EXPECT_EQ(k.namesToBits(text), mask);
+        }
     }
 
     // The mask adds to what it is given; the text is appended; checking from text never unchecks and
@@ -146,42 +144,20 @@ TEST(ScheduleModel, DuplicateRuleRefusesOnlyExactTextsAndCountsTheEditedRow) {
         Cand c;
         bool exists;
     };
+    // clang-format off
     const std::vector<Case> cases = {
         {"daily twice", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:00", "Daily", "", ""}, true},
-        {"daily beside a shifted one",
-         {Row("Daily", "08:00", "09:00")},
-         {"08:30", "09:30", "Daily", "", ""},
-         false},
-        {"daily ignores leftover day text",
-         {Row("Daily", "08:00", "09:00")},
-         {"08:00", "09:00", "Daily", "Mon", ""},
-         true},
-        {"weekly same days",
-         {Row("Weekly", "08:00", "09:00", "Mon, Tue")},
-         {"08:00", "09:00", "Weekly", "Mon, Tue", ""},
-         true},
-        {"weekly part of the days",
-         {Row("Weekly", "08:00", "09:00", "Mon, Tue")},
-         {"08:00", "09:00", "Weekly", "Mon", ""},
-         false},
-        {"monthly by the month text",
-         {Row("Monthly", "08:00", "09:00", "Jan")},
-         {"08:00", "09:00", "Monthly", "", "Jan"},
-         true},
-        {"other type same times",
-         {Row("Weekly", "08:00", "09:00", "Mon")},
-         {"08:00", "09:00", "Monthly", "", "Mon"},
-         false},
+        {"daily beside a shifted one", {Row("Daily", "08:00", "09:00")}, {"08:30", "09:30", "Daily", "", ""}, false},
+        {"daily ignores leftover day text", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:00", "Daily", "Mon", ""}, true},
+        {"weekly same days", {Row("Weekly", "08:00", "09:00", "Mon, Tue")}, {"08:00", "09:00", "Weekly", "Mon, Tue", ""}, true},
+        {"weekly part of the days", {Row("Weekly", "08:00", "09:00", "Mon, Tue")}, {"08:00", "09:00", "Weekly", "Mon", ""}, false},
+        {"monthly by the month text", {Row("Monthly", "08:00", "09:00", "Jan")}, {"08:00", "09:00", "Monthly", "", "Jan"}, true},
+        {"other type same times", {Row("Weekly", "08:00", "09:00", "Mon")}, {"08:00", "09:00", "Monthly", "", "Mon"}, false},
         {"other To", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:01", "Daily", "", ""}, false},
-        {"the edited row itself",
-         {Row("Daily", "08:00", "09:00", "", "7")},
-         {"08:00", "09:00", "Daily", "", "", "7"},
-         true},
-        {"a later row matches",
-         {Row("Daily", "10:00", "11:00"), Row("Daily", "08:00", "09:00", "", "2")},
-         {"08:00", "09:00", "Daily", "", ""},
-         true},
+        {"the edited row itself", {Row("Daily", "08:00", "09:00", "", "7")}, {"08:00", "09:00", "Daily", "", "", "7"}, true},
+        {"a later row matches", {Row("Daily", "10:00", "11:00"), Row("Daily", "08:00", "09:00", "", "2")}, {"08:00", "09:00", "Daily", "", ""}, true},
     };
+    // clang-format on
     for (const Case& c : cases)
         EXPECT_EQ(Schedule_Exists(c.rows, c.c.c), c.exists) << c.what;
 }
@@ -193,6 +169,7 @@ TEST(ScheduleModel, OverlapRuleIsStrictAndComparesDaysOnlyWithinOneType) {
         Cand c;
         bool overlaps;
     };
+    // clang-format off
     const std::vector<Case> cases = {
         {"touching after", Row("Daily", "08:00", "09:00"), {"09:00", "10:00", "Daily"}, false},
         {"touching before", Row("Daily", "08:00", "09:00"), {"07:00", "08:00", "Daily"}, false},
@@ -202,56 +179,21 @@ TEST(ScheduleModel, OverlapRuleIsStrictAndComparesDaysOnlyWithinOneType) {
         {"no length at R.From", Row("Daily", "08:00", "09:00"), {"08:00", "08:00", "Daily"}, false},
         {"no length inside", Row("Daily", "08:00", "09:00"), {"08:30", "08:30", "Daily"}, true},
         {"no length at R.To", Row("Daily", "08:00", "09:00"), {"09:00", "09:00", "Daily"}, false},
-        {"row of no length, t strictly inside",
-         Row("Daily", "08:30", "08:30"),
-         {"08:00", "09:00", "Daily"},
-         true},
+        {"row of no length, t strictly inside", Row("Daily", "08:30", "08:30"), {"08:00", "09:00", "Daily"}, true},
         {"two rows of no length", Row("Daily", "08:30", "08:30"), {"08:30", "08:30", "Daily"}, false},
-        {"edited row itself",
-         Row("Daily", "08:00", "09:00", "", "5"),
-         {"08:00", "09:00", "Daily", "", "", "5"},
-         false},
-        {"other row than the edited",
-         Row("Daily", "08:00", "09:00", "", "5"),
-         {"08:00", "09:00", "Daily", "", "", "6"},
-         true},
-        {"weekly other day",
-         Row("Weekly", "08:00", "09:00", "Mon"),
-         {"08:00", "09:00", "Weekly", "Tue"},
-         false},
-        {"weekly shared day",
-         Row("Weekly", "08:00", "09:00", "Mon, Wed"),
-         {"08:00", "09:00", "Weekly", "Tue, Wed"},
-         true},
-        {"monthly other month",
-         Row("Monthly", "08:00", "09:00", "Jan"),
-         {"08:00", "09:00", "Monthly", "", "Feb"},
-         false},
-        {"monthly shared month",
-         Row("Monthly", "08:00", "09:00", "Jan, Mar"),
-         {"08:00", "09:00", "Monthly", "", "Mar"},
-         true},
-        {"weekly against monthly",
-         Row("Monthly", "08:00", "09:00", "Jan"),
-         {"08:00", "09:00", "Weekly", "Mon"},
-         true},
-        {"monthly against weekly",
-         Row("Weekly", "08:00", "09:00", "Mon"),
-         {"08:00", "09:00", "Monthly", "", "Jan"},
-         true},
-        {"weekly against daily row",
-         Row("Daily", "08:00", "09:00"),
-         {"08:00", "09:00", "Weekly", "Mon"},
-         true},
-        {"daily against weekly row",
-         Row("Weekly", "08:00", "09:00", "Sat"),
-         {"08:30", "10:00", "Daily"},
-         true},
-        {"weekly days, times apart",
-         Row("Weekly", "08:00", "09:00", "Mon"),
-         {"10:00", "11:00", "Weekly", "Mon"},
-         false},
+        {"edited row itself", Row("Daily", "08:00", "09:00", "", "5"), {"08:00", "09:00", "Daily", "", "", "5"}, false},
+        {"other row than the edited", Row("Daily", "08:00", "09:00", "", "5"), {"08:00", "09:00", "Daily", "", "", "6"}, true},
+        {"weekly other day", Row("Weekly", "08:00", "09:00", "Mon"), {"08:00", "09:00", "Weekly", "Tue"}, false},
+        {"weekly shared day", Row("Weekly", "08:00", "09:00", "Mon, Wed"), {"08:00", "09:00", "Weekly", "Tue, Wed"}, true},
+        {"monthly other month", Row("Monthly", "08:00", "09:00", "Jan"), {"08:00", "09:00", "Monthly", "", "Feb"}, false},
+        {"monthly shared month", Row("Monthly", "08:00", "09:00", "Jan, Mar"), {"08:00", "09:00", "Monthly", "", "Mar"}, true},
+        {"weekly against monthly", Row("Monthly", "08:00", "09:00", "Jan"), {"08:00", "09:00", "Weekly", "Mon"}, true},
+        {"monthly against weekly", Row("Weekly", "08:00", "09:00", "Mon"), {"08:00", "09:00", "Monthly", "", "Jan"}, true},
+        {"weekly against daily row", Row("Daily", "08:00", "09:00"), {"08:00", "09:00", "Weekly", "Mon"}, true},
+        {"daily against weekly row", Row("Weekly", "08:00", "09:00", "Sat"), {"08:30", "10:00", "Daily"}, true},
+        {"weekly days, times apart", Row("Weekly", "08:00", "09:00", "Mon"), {"10:00", "11:00", "Weekly", "Mon"}, false},
     };
+    // clang-format on
     for (const Case& c : cases) {
         EXPECT_EQ(Schedule_Overlaps({c.row}, c.c.c), c.overlaps) << c.what;
         // All rows are visited: a harmless row before or after does not hide a conflict.
@@ -275,85 +217,21 @@ TEST(ScheduleModel, PressesAreJudgedInOrderTimeSelectionConflictLimit) {
         ScheduleConflictRule rule;
         ScheduleVerdict want;
     };
+    // clang-format off
     const std::vector<Case> cases = {
-        {"over midnight",
-         {"22:00", "06:00", "Daily"},
-         "",
-         &one,
-         true,
-         Schedule_Exists,
-         ScheduleVerdict::ToBeforeFrom},
-        {"to before from wins over no selection",
-         {"10:00", "09:00", "Weekly"},
-         "",
-         &one,
-         true,
-         Schedule_Exists,
-         ScheduleVerdict::ToBeforeFrom},
-        {"no length is legal",
-         {"10:00", "10:00", "Daily"},
-         "",
-         &one,
-         true,
-         Schedule_Exists,
-         ScheduleVerdict::Accepted},
-        {"weekly with nothing checked",
-         {"08:00", "09:00", "Weekly"},
-         "",
-         &one,
-         true,
-         Schedule_Overlaps,
-         ScheduleVerdict::NoSelection},
-        {"monthly with nothing checked",
-         {"08:00", "09:00", "Monthly"},
-         "",
-         &one,
-         true,
-         Schedule_Exists,
-         ScheduleVerdict::NoSelection},
-        {"duplicate",
-         {"08:00", "09:00", "Daily"},
-         "",
-         &one,
-         true,
-         Schedule_Exists,
-         ScheduleVerdict::Conflict},
-        {"overlap",
-         {"08:30", "09:30", "Daily"},
-         "",
-         &one,
-         true,
-         Schedule_Overlaps,
-         ScheduleVerdict::Conflict},
-        {"conflict before the limit",
-         {"08:00", "09:00", "Weekly", "Mon"},
-         "Mon",
-         &full,
-         true,
-         Schedule_Exists,
-         ScheduleVerdict::Conflict},
-        {"the 21st add",
-         {"10:00", "11:00", "Weekly", "Mon"},
-         "Mon",
-         &full,
-         true,
-         Schedule_Exists,
-         ScheduleVerdict::Limit},
-        {"the 20th add",
-         {"10:00", "11:00", "Weekly", "Mon"},
-         "Mon",
-         &almost,
-         true,
-         Schedule_Exists,
-         ScheduleVerdict::Accepted},
-        {"a save at 20",
-         {"10:00", "11:00", "Weekly", "Mon"},
-         "Mon",
-         &full,
-         false,
-         Schedule_Exists,
-         ScheduleVerdict::Accepted},
+        {"over midnight", {"22:00", "06:00", "Daily"}, "", &one, true, Schedule_Exists, ScheduleVerdict::ToBeforeFrom},
+        {"to before from wins over no selection", {"10:00", "09:00", "Weekly"}, "", &one, true, Schedule_Exists, ScheduleVerdict::ToBeforeFrom},
+        {"no length is legal", {"10:00", "10:00", "Daily"}, "", &one, true, Schedule_Exists, ScheduleVerdict::Accepted},
+        {"weekly with nothing checked", {"08:00", "09:00", "Weekly"}, "", &one, true, Schedule_Overlaps, ScheduleVerdict::NoSelection},
+        {"monthly with nothing checked", {"08:00", "09:00", "Monthly"}, "", &one, true, Schedule_Exists, ScheduleVerdict::NoSelection},
+        {"duplicate", {"08:00", "09:00", "Daily"}, "", &one, true, Schedule_Exists, ScheduleVerdict::Conflict},
+        {"overlap", {"08:30", "09:30", "Daily"}, "", &one, true, Schedule_Overlaps, ScheduleVerdict::Conflict},
+        {"conflict before the limit", {"08:00", "09:00", "Weekly", "Mon"}, "Mon", &full, true, Schedule_Exists, ScheduleVerdict::Conflict},
+        {"the 21st add", {"10:00", "11:00", "Weekly", "Mon"}, "Mon", &full, true, Schedule_Exists, ScheduleVerdict::Limit},
+        {"the 20th add", {"10:00", "11:00", "Weekly", "Mon"}, "Mon", &almost, true, Schedule_Exists, ScheduleVerdict::Accepted},
+        {"a save at 20", {"10:00", "11:00", "Weekly", "Mon"}, "Mon", &full, false, Schedule_Exists, ScheduleVerdict::Accepted},
     };
+    // clang-format on
     for (const Case& c : cases)
         EXPECT_EQ(Judge_Schedule(c.c.c, c.selection, *c.rows, c.adding, c.rule), c.want) << c.what;
     EXPECT_EQ(Schedule_Limit_Message(), "You cannot add more than 20 Schedules.!");

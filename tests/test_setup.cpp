@@ -1,26 +1,22 @@
 // The installer's store: what halvenorts-setup lays down, checked through SQLite itself.
-#include "setup/StoreSetup.h"
-#include "testing/TestSupport.h"
+#include "testing/StoreTest.h"
 
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <map>
 
 namespace hv {
 namespace {
 
-using testing::Store_Rows;
+using hv::testing::Raw_Rows;
 
-QStringList Rows(const QString& path, const QByteArray& sql) {
-    return Store_Rows(path, sql);
-}
+// The rows of a result joined by newlines.
 QString One(const QString& path, const QByteArray& sql) {
-    return Rows(path, sql).join(u'\n');
+    return Raw_Rows(path, sql).join(u'\n');
 }
 
 const char* const kReportRows = "SELECT (SELECT COUNT(*) FROM URL_RPT_TBL) + (SELECT COUNT(*) FROM "
@@ -55,7 +51,7 @@ TEST_F(Setup, ToolCreatesRefusesToOverwriteAndReplacesWithForce) {
                   store = folder + QStringLiteral("/hvpolicy.iil");
     auto [code, out] = Setup_Tool({"create", folder});
     ASSERT_EQ(code, 0) << out.toStdString();
-    Rows(store, "INSERT INTO USER_TBL (USER_NAME) VALUES ('marker')");
+    Raw_Rows(store, "INSERT INTO USER_TBL (USER_NAME) VALUES ('marker')");
     std::tie(code, out) = Setup_Tool({"create", folder});
     EXPECT_EQ(code, 1);
     EXPECT_TRUE(out.contains(QStringLiteral("already exists"))) << out.toStdString();
@@ -143,7 +139,8 @@ TEST_F(Setup, SchemaHasEveryTableAndColumnWithDefaults) {
     for (const auto& [name, _] : expected)
         tables << name;
     EXPECT_EQ(
-        Rows(db, "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite%' ORDER BY 1"),
+        Raw_Rows(db,
+                 "SELECT name FROM sqlite_master WHERE type='table' AND name NOT LIKE 'sqlite%' ORDER BY 1"),
         tables);
     for (const auto& [table, columns] : expected) {
         SCOPED_TRACE(table.toStdString());
@@ -155,7 +152,7 @@ TEST_F(Setup, SchemaHasEveryTableAndColumnWithDefaults) {
                               table.toLatin1() + "')"),
                   columns + QStringLiteral("|0"));
         // A row made of defaults alone has no NULL anywhere.
-        Rows(db, "INSERT INTO " + table.toLatin1() + " DEFAULT VALUES");
+        Raw_Rows(db, "INSERT INTO " + table.toLatin1() + " DEFAULT VALUES");
         EXPECT_FALSE(One(db, "SELECT * FROM " + table.toLatin1()).contains("<null>"));
     }
 }
@@ -168,15 +165,15 @@ TEST_F(Setup, KeyRowsDefaultsUniquenessAndIndexes) {
     // What Add_User leaves: the name alone, everything else from the file's defaults, ids ascending (an
     // ignored repeat of a name may use up a number).
     for (const char* name : {"bob", "bob", "carol"})
-        Rows(db, QByteArray("INSERT OR IGNORE INTO USER_TBL (USER_NAME) VALUES ('") + name + "')");
+        Raw_Rows(db, QByteArray("INSERT OR IGNORE INTO USER_TBL (USER_NAME) VALUES ('") + name + "')");
     const QString defaults =
         QStringLiteral("|0|0|1|1|21|0|This site has been blocked by your administrator.||0|"
                        "This application has been blocked by your administrator.");
-    EXPECT_EQ(Rows(db, "SELECT * FROM USER_TBL WHERE USER_ID>0 ORDER BY USER_ID"),
+    EXPECT_EQ(Raw_Rows(db, "SELECT * FROM USER_TBL WHERE USER_ID>0 ORDER BY USER_ID"),
               (QStringList{"1|bob" + defaults, "3|carol" + defaults}));
     // A removed user's id is not given out again, not even when it was the highest.
-    Rows(db, "DELETE FROM USER_TBL WHERE USER_NAME='carol'");
-    Rows(db, "INSERT OR IGNORE INTO USER_TBL (USER_NAME) VALUES ('dave')");
+    Raw_Rows(db, "DELETE FROM USER_TBL WHERE USER_NAME='carol'");
+    Raw_Rows(db, "INSERT OR IGNORE INTO USER_TBL (USER_NAME) VALUES ('dave')");
     EXPECT_EQ(One(db, "SELECT USER_ID FROM USER_TBL WHERE USER_NAME='dave'"), QStringLiteral("4"));
 
     const std::pair<const char*, int> lists[] = {
@@ -185,8 +182,8 @@ TEST_F(Setup, KeyRowsDefaultsUniquenessAndIndexes) {
     };
     for (const auto& [table, rows] : lists) {
         for (int i = 0; i < 3; ++i)
-            Rows(db, QByteArray("INSERT OR IGNORE INTO ") + table + " VALUES (" +
-                         (QByteArray(table) == "PORT_TBL" ? "80, 1, 'HTTP'" : "'x'") + ", 0, 7)");
+            Raw_Rows(db, QByteArray("INSERT OR IGNORE INTO ") + table + " VALUES (" +
+                             (QByteArray(table) == "PORT_TBL" ? "80, 1, 'HTTP'" : "'x'") + ", 0, 7)");
         EXPECT_EQ(One(db, QByteArray("SELECT COUNT(*) FROM ") + table + " WHERE USER_ID=7"),
                   QString::number(rows))
             << table;
@@ -204,7 +201,7 @@ TEST_F(Setup, DemoStoreHasUsersRulesAndRecentReportsOfAllKinds) {
     ASSERT_TRUE(Fill_Demo(Store(), 401, QStringLiteral("tester"), now, &error)) << error.toStdString();
     const QString db = Store();
     EXPECT_EQ(One(db, "SELECT PROGRAM_MODE FROM SETTINGS_TBL"), QStringLiteral("1"));
-    const QStringList users = Rows(db, "SELECT USER_NAME FROM USER_TBL ORDER BY USER_ID");
+    const QStringList users = Raw_Rows(db, "SELECT USER_NAME FROM USER_TBL ORDER BY USER_ID");
     EXPECT_EQ(users.mid(0, 2).join(u','), QStringLiteral("[All Users...],tester"))
         << users.size() << " users";
     EXPECT_GE(users.size(), 4);

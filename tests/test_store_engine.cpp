@@ -2,10 +2,8 @@
 // failure reports: once from Db_Open, twice for an SQL error) and the policy operations on a store laid
 // down as the installer lays it down, in a scratch Windows directory.
 #include "core/clsLog.h"
-#include "setup/StoreSetup.h"
 #include "store/Bits.h"
-#include "store/modDBFunctions.h"
-#include "testing/ScriptedPlatform.h"
+#include "testing/StoreTest.h"
 #include "testing/TestSupport.h"
 
 #include <QDir>
@@ -62,39 +60,24 @@ TEST(StoreEngineTable, ConversionsAndSubscripts) {
     Err().Clear();
 }
 
-class StoreEngine : public ::testing::Test {
+class StoreEngine : public hv::testing::StoreTest {
 protected:
     void SetUp() override {
-        Err().Clear();
-        QString error;
-        ASSERT_TRUE(Create_Store(Get_Db_Path(), false, &error)) << error.toStdString();
+        StoreTest::SetUp();
         Set_Logger(std::make_unique<clsLog>());
         Logger()->Start_Logging(Logger()->strFileName);
     }
     void TearDown() override {
         Set_Logger(nullptr);
-        Err().Clear();
+        StoreTest::TearDown();
     }
-    // The texts of the boxes shown since the last look, each checked to be critical.
-    QStringList Box_Texts() {
-        QStringList texts;
-        for (const RecordedBox& b : p.boxes) {
-            EXPECT_EQ(b.style, MsgStyle::Critical);
-            texts << b.text;
-        }
-        p.boxes.clear();
-        return texts;
-    }
-    // One value read (or a statement run) through the bare engine, not through the operations.
+    // One value read through the bare engine, not through the operations.
     std::string Peek(const QString& sql) {
         ResultTable r;
         long n = 0;
         return !Run_Query(Sql().lit(sql), n, r) ? "<error>" : n ? r.Text(1, 0).toStdString() : "<none>";
     }
-    void Poke(const QString& sql) { EXPECT_NE(Peek(sql), "<error>") << sql.toStdString(); }
 
-    ScriptedPlatform p;
-    PlatformScope scope{p};
     ResultTable t;
     long rows = -1;
 };
@@ -158,7 +141,7 @@ TEST_F(StoreEngine, SqlErrorIsReportedTwiceSqliteTextFirst) {
 
 // The row-by-row form of Run_Query hands over what the table would hold, and fails the same way.
 TEST_F(StoreEngine, RowsHandedOverOneByOneAreTheTablesRows) {
-    Poke(QStringLiteral("INSERT INTO USER_TBL (USER_NAME) VALUES ('b')"));
+    Run(QStringLiteral("INSERT INTO USER_TBL (USER_NAME) VALUES ('b')"));
     const Sql sql("SELECT USER_ID, USER_NAME, NULL FROM USER_TBL ORDER BY USER_ID");
     ASSERT_TRUE(Run_Query(sql, rows, t));
     QStringList seen;
@@ -259,7 +242,7 @@ protected:
 // Below computer 1 the user's row is addressed, else the computer's; the two internet writers always
 // write the user's row.
 TEST_F(StoreOps, SubjectRuleAndItsTwoExceptions) {
-    Poke(QStringLiteral(
+    Run(QStringLiteral(
         "INSERT INTO COMPUTER_TBL (COMPUTER_ID, DEVICE_LOCK, IA_ON_OFF, SCH_FOR, FEATURE_BITS) "
         "VALUES (3, 48, 1, 2, 0)"));
     ASSERT_TRUE(Set_Device_Lock(0, m_alice, 13));
@@ -285,7 +268,7 @@ TEST_F(StoreOps, SubjectRuleAndItsTwoExceptions) {
 }
 
 TEST_F(StoreOps, FeatureBitsChangeOnlyTheirOwnBitAndAFailedReadLosesTheOthers) {
-    Poke(QStringLiteral("UPDATE USER_TBL SET FEATURE_BITS=259, STATUS_BITS=1 WHERE USER_ID=%1").arg(m_alice));
+    Run(QStringLiteral("UPDATE USER_TBL SET FEATURE_BITS=259, STATUS_BITS=1 WHERE USER_ID=%1").arg(m_alice));
     Set_Feature_Bit(true, FEATURE_URL_FILTER, 0, m_alice);
     EXPECT_EQ(User_Column("FEATURE_BITS", m_alice), "263");
     Set_Feature_Bit(false, FEATURE_PORT_FILTER, 0, m_alice);
@@ -306,7 +289,7 @@ TEST_F(StoreOps, FeatureBitsChangeOnlyTheirOwnBitAndAFailedReadLosesTheOthers) {
     EXPECT_EQ(Box_Texts(), QStringList());
 
     // A value that does not read as a number: the read fails, the change starts from 0.
-    Poke(QStringLiteral("UPDATE USER_TBL SET FEATURE_BITS='0x107' WHERE USER_ID=%1").arg(m_alice));
+    Run(QStringLiteral("UPDATE USER_TBL SET FEATURE_BITS='0x107' WHERE USER_ID=%1").arg(m_alice));
     Set_Feature_Bit(true, FEATURE_URL_FILTER, 0, m_alice);
     EXPECT_EQ(User_Column("FEATURE_BITS", m_alice), "4");
     EXPECT_EQ(Box_Texts(), QStringList{QStringLiteral(
@@ -345,8 +328,8 @@ TEST_F(StoreOps, BatchAddUserGivesTheKeysOfTheCycleAndCommitsWithTheBatch) {
         EXPECT_TRUE(batch.Close());
     }
     EXPECT_EQ(User_Column("USER_NAME", carol), "carol");
-    Poke(QStringLiteral("CREATE TRIGGER NO_ZED BEFORE INSERT ON USER_TBL WHEN NEW.USER_NAME='zed' "
-                        "BEGIN SELECT RAISE(ABORT, 'refused'); END"));
+    Run(QStringLiteral("CREATE TRIGGER NO_ZED BEFORE INSERT ON USER_TBL WHEN NEW.USER_NAME='zed' "
+                       "BEGIN SELECT RAISE(ABORT, 'refused'); END"));
     StoreBatch batch;
     batch.Open();
     EXPECT_FALSE(Add_User(batch.Handle(), batch.result, QStringLiteral("zed"), bad));
@@ -410,16 +393,6 @@ TEST_F(StoreOps, RemotePortIsStoredAsTextAndReadAsNumber) {
     QString server;
     ASSERT_TRUE(Get_Remote_Settings(mode, server, port));
     EXPECT_EQ(QStringLiteral("%1|%2|%3").arg(mode).arg(server).arg(port), QStringLiteral("1|srv01|8080"));
-}
-
-TEST_F(StoreOps, PasswordCheckMatchesExactlyAndRefusesAnInjection) {
-    EXPECT_TRUE(Check_Password("Watchman"));
-    EXPECT_FALSE(Check_Password("watchman"));
-    EXPECT_FALSE(Check_Password(""));
-    EXPECT_EQ(Box_Texts(), QStringList());
-
-    EXPECT_FALSE(Check_Password("' OR '1'='1"));
-    EXPECT_EQ(Box_Texts(), (QStringList{QStringLiteral("near \"'\": syntax error"), QString()}));
 }
 
 // Reads that hand back several columns: a swapped column or a lost row shows here.

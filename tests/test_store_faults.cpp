@@ -3,12 +3,10 @@
 // Another process holds the store (the enforcement components read it all the time, and write report rows)
 // while the rule pages add, remove and import: whatever reaches the store or not, the list shows afterwards
 // exactly what is stored, and a write that did not reach the store is reported.
-#include "console/ConsoleSession.h"
-#include "console/frmMain.h"
 #include "filters/frmPortFilter.h"
 #include "filters/frmWebsiteFilter.h"
-#include "setup/StoreSetup.h"
-#include "testing/ScriptedPlatform.h"
+#include "testing/ConsoleWorld.h"
+#include "testing/StoreTest.h"
 #include "ui/Controls.h"
 #include "ui/Forms.h"
 #include "ui/ListView.h"
@@ -20,7 +18,6 @@
 #include <QProcess>
 #include <QPushButton>
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <algorithm>
 #include <cctype>
@@ -32,19 +29,8 @@
 namespace hv {
 namespace {
 
-QStringList Query(const QString& path, const char* sql) {
-    sqlite3* db = nullptr;
-    QStringList rows;
-    sqlite3_open_v2(QFile::encodeName(path).constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
-    sqlite3_exec(
-        db, sql,
-        [](void* out, int, char** cells, char**) {
-            static_cast<QStringList*>(out)->append(QString::fromUtf8(cells[0] ? cells[0] : ""));
-            return 0;
-        },
-        &rows, nullptr);
-    sqlite3_close(db);
-    return rows;
+QStringList Query(const QString& path, const QByteArray& sql) {
+    return hv::testing::Raw_Rows(path, sql);
 }
 
 // A second process holding a lock on the store until it goes.
@@ -69,23 +55,12 @@ private:
 // A rule page (the website filter unless told) open on a store of the test's making, in All User Mode.
 class RulePage final {
 public:
-    RulePage() { Set_Session(&m_console); }
-    ~RulePage() {
-        if (m_page)
-            m_page->Unload();
-        if (m_main)
-            m_main->Unload();
-        Set_Session(nullptr);
-    }
-
-    ScriptedPlatform desktop;
-    const QString store = desktop.Windows_Directory() + QStringLiteral("/hvpolicy.iil");
+    hv::testing::ConsoleWorld world;
+    ScriptedPlatform& desktop = world.desktop;
+    const QString store = world.store;
 
     template <class Page = frmWebsiteFilter> void Open(const char* listName = "lvwBlackList") {
-        m_main = &ui::Forms::Get<frmMain>();
-        m_main->Load();
-        m_page = &ui::Forms::Get<Page>();
-        m_page->Show_Modal();
+        m_page = &world.Open<Page>();
         list = m_page->findChild<ui::ListView*>(QLatin1String(listName));
     }
     void Click(const char* button) { m_page->findChild<QAbstractButton*>(QLatin1String(button))->click(); }
@@ -111,16 +86,8 @@ public:
     ui::ListView* list = nullptr;
 
 private:
-    PlatformScope m_scope{desktop};
-    ConsoleSession m_console;
-    frmMain* m_main = nullptr;
     ui::Form* m_page = nullptr;
 };
-
-QByteArray Bytes(const QString& path) {
-    QFile f(path);
-    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
-}
 
 enum class Operation { Add, Remove, Import };
 
@@ -239,12 +206,6 @@ void Lay_Store(const QString& store) {
     ASSERT_TRUE(Create_Store(store, true, &error)) << qPrintable(error);
 }
 
-void Lay_Bytes(const QString& path, const QByteArray& bytes) {
-    QFile f(path);
-    ASSERT_TRUE(f.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    f.write(bytes);
-}
-
 void PrintTo(const Fault& f, std::ostream* os) {
     *os << f.name;
 }
@@ -285,7 +246,7 @@ TEST_P(StoreFaults, AreReportedAndLoseNothing) {
     RulePage w;
     fault.lay(w.store);
     const QFileInfo before(w.store);
-    const QByteArray bytes = Bytes(w.store);
+    const QByteArray bytes = hv::testing::File_Bytes(w.store);
     w.Open();
     w.Add(QStringLiteral("new.example.com"));
 
@@ -300,7 +261,7 @@ TEST_P(StoreFaults, AreReportedAndLoseNothing) {
     const QFileInfo after(w.store);
     EXPECT_EQ(after.exists(), before.exists());
     EXPECT_EQ(after.isDir(), before.isDir());
-    EXPECT_EQ(Bytes(w.store), bytes);
+    EXPECT_EQ(hv::testing::File_Bytes(w.store), bytes);
     EXPECT_EQ(w.list->Count(), 0);
     // The folder is writable again, so the test's own clean-up can go through.
     QFile::setPermissions(w.desktop.Windows_Directory(),
@@ -309,31 +270,34 @@ TEST_P(StoreFaults, AreReportedAndLoseNothing) {
 
 INSTANTIATE_TEST_SUITE_P(
     Pages, StoreFaults,
-    ::testing::Values(
-        Fault{"missing", [](const QString&) {}, "File not found", false},
-        Fault{"empty", [](const QString& s) { Lay_Bytes(s, {}); }, "", false},
-        Fault{"directory", [](const QString& s) { QDir().mkpath(s); }, "Path/File access error", false},
-        Fault{"corrupt",
-              [](const QString& s) { Lay_Bytes(s, QByteArray(8192, 'x').prepend("not a store\n")); },
-              "file is not a database", false},
-        Fault{"missing table",
-              [](const QString& s) {
-                  Lay_Store(s);
-                  Query(s, "DROP TABLE BL_TBL");
-              },
-              "no such table: BL_TBL", false},
-        Fault{"read-only file",
-              [](const QString& s) {
-                  Lay_Store(s);
-                  QFile::setPermissions(s, QFile::ReadOwner);
-              },
-              "attempt to write a readonly database", true},
-        Fault{"read-only folder",
-              [](const QString& s) {
-                  Lay_Store(s);
-                  QFile::setPermissions(QFileInfo(s).absolutePath(), QFile::ReadOwner | QFile::ExeOwner);
-              },
-              "attempt to write a readonly database", true}),
+    ::testing::Values(Fault{"missing", [](const QString&) {}, "File not found", false},
+                      Fault{"empty", [](const QString& s) { hv::testing::Write_File(s, {}); }, "", false},
+                      Fault{"directory", [](const QString& s) { QDir().mkpath(s); }, "Path/File access error",
+                            false},
+                      Fault{"corrupt",
+                            [](const QString& s) {
+                                hv::testing::Write_File(s, QByteArray(8192, 'x').prepend("not a store\n"));
+                            },
+                            "file is not a database", false},
+                      Fault{"missing table",
+                            [](const QString& s) {
+                                Lay_Store(s);
+                                Query(s, "DROP TABLE BL_TBL");
+                            },
+                            "no such table: BL_TBL", false},
+                      Fault{"read-only file",
+                            [](const QString& s) {
+                                Lay_Store(s);
+                                QFile::setPermissions(s, QFile::ReadOwner);
+                            },
+                            "attempt to write a readonly database", true},
+                      Fault{"read-only folder",
+                            [](const QString& s) {
+                                Lay_Store(s);
+                                QFile::setPermissions(QFileInfo(s).absolutePath(),
+                                                      QFile::ReadOwner | QFile::ExeOwner);
+                            },
+                            "attempt to write a readonly database", true}),
     [](const ::testing::TestParamInfo<Fault>& info) {
         std::string name = info.param.name;
         std::replace_if(

@@ -1,14 +1,10 @@
 // Nothing a handler lets through ends the process: run-time failures, memory running out and anything
 // else are reported through the error path, by a procedure's own target and by the application's event
 // dispatch alike. A long import tells its progress in the page's caption and gives the caption back.
-#include "console/ConsoleSession.h"
-#include "console/frmMain.h"
 #include "core/clsLog.h"
 #include "filters/frmWebsiteFilter.h"
 #include "platform/Err.h"
-#include "setup/StoreSetup.h"
-#include "testing/ScriptedPlatform.h"
-#include "ui/Forms.h"
+#include "testing/ConsoleWorld.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -61,13 +57,10 @@ TEST(UnexpectedFailures, AreReportedByTheProcedureAndByTheEventDispatch) {
 }
 
 TEST(LongImport, TellsItsProgressInTheCaptionAndGivesItBack) {
-    hv::ScriptedPlatform world;
-    hv::PlatformScope scope{world};
-    hv::ConsoleSession console;
-    hv::Set_Session(&console);
+    hv::testing::ConsoleWorld console;
+    hv::ScriptedPlatform& world = console.desktop;
     QString error;
-    ASSERT_TRUE(hv::Create_Store(world.Windows_Directory() + QStringLiteral("/hvpolicy.iil"), true, &error))
-        << qPrintable(error);
+    ASSERT_TRUE(console.Lay_Store(&error)) << qPrintable(error);
     const QString path = world.Windows_Directory() + QStringLiteral("/list.txt");
     {
         QFile f(path);
@@ -75,10 +68,7 @@ TEST(LongImport, TellsItsProgressInTheCaptionAndGivesItBack) {
         for (int i = 0; i < 1600; ++i)
             f.write(QByteArray("site") + QByteArray::number(i) + ".example\r\n");
     }
-    auto& main = hv::ui::Forms::Get<hv::frmMain>();
-    main.Load();
-    auto& page = hv::ui::Forms::Get<hv::frmWebsiteFilter>();
-    page.Load();
+    auto& page = console.Open<hv::frmWebsiteFilter>();
     const QString caption = page.windowTitle();
 
     // Every turn of the event loop the import allows, the caption is read.
@@ -107,9 +97,6 @@ TEST(LongImport, TellsItsProgressInTheCaptionAndGivesItBack) {
     }
     EXPECT_GE(before, 90);
     EXPECT_EQ(page.windowTitle(), caption);
-    page.Unload();
-    main.Unload();
-    hv::Set_Session(nullptr);
 }
 
 } // namespace

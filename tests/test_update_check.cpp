@@ -83,37 +83,21 @@ TEST_F(UpdateCheck, TheServersAnswerDecidesTheMessage) {
         QString text;
         bool downloads;
     };
+    const QString newer = QStringLiteral(
+        "A new version (ver. 9.0.0) is available for download. Do you want to download the new version?");
+    const QString unable = QStringLiteral("Unable to get update information at this time! Try again later.");
+    constexpr auto Info = MsgStyle::Information;
+    // clang-format off
     const Case cases[] = {
-        {"not found",
-         404,
-         "9.0.0",
-         {},
-         MsgStyle::Exclamation,
-         MsgButtons::OK,
-         QStringLiteral("Unable to get update information at this time! Try again later."),
-         false},
-        {"same version", 200, current.toUtf8(), {}, MsgStyle::Information, MsgButtons::OK, mostRecent, false},
-        {"empty body", 200, "", {}, MsgStyle::Information, MsgButtons::OK, mostRecent, false},
+        {"not found", 404, "9.0.0", {}, MsgStyle::Exclamation, MsgButtons::OK, unable, false},
+        {"same version", 200, current.toUtf8(), {}, Info, MsgButtons::OK, mostRecent, false},
+        {"empty body", 200, "", {}, Info, MsgButtons::OK, mostRecent, false},
         // Compared as texts: "10.0.0" comes before "3.x.y", and the running version is the one named.
-        {"higher number, lower text",
-         200,
-         "10.0.0",
-         {},
-         MsgStyle::Information,
-         MsgButtons::OK,
-         mostRecent,
-         false},
-        {"newer, downloaded", 200, "9.0.0", MsgAnswer::Yes, MsgStyle::Information, MsgButtons::YesNo,
-         QStringLiteral(
-             "A new version (ver. 9.0.0) is available for download. Do you want to download the new "
-             "version?"),
-         true},
-        {"newer, declined", 200, "9.0.0", MsgAnswer::No, MsgStyle::Information, MsgButtons::YesNo,
-         QStringLiteral(
-             "A new version (ver. 9.0.0) is available for download. Do you want to download the new "
-             "version?"),
-         false},
+        {"higher number, lower text", 200, "10.0.0", {}, Info, MsgButtons::OK, mostRecent, false},
+        {"newer, downloaded", 200, "9.0.0", MsgAnswer::Yes, Info, MsgButtons::YesNo, newer, true},
+        {"newer, declined", 200, "9.0.0", MsgAnswer::No, Info, MsgButtons::YesNo, newer, false},
     };
+    // clang-format on
     for (const Case& c : cases) {
         SCOPED_TRACE(c.what);
         world.boxes.clear();

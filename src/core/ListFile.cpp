@@ -179,6 +179,7 @@ qint64 ListFieldReader::Bytes_Read() const {
 // Judges the line that starts at the position: UTF-8 when all of it is valid UTF-8.
 void ListFieldReader::Decide_Line() {
     m_lineStart = false;
+    ++m_line;
     if (m_utf16) {
         m_lineUtf8 = true;
         return;
@@ -328,6 +329,7 @@ ListField ListFieldReader::Next_Field() {
         Err().Raise(errnum::InputPastEndOfFile);
     if (m_lineStart)
         Decide_Line();
+    m_fieldLine = m_line;
     int c = Peek();
     while (c == ' ') {
         ++m_pos;

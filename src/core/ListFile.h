@@ -70,6 +70,8 @@ public:
     ListField Next_Field();
     // How far into the file the reader has come, in the file's bytes: a measure of progress.
     qint64 Bytes_Read() const;
+    // The line, counted from 1, on which the field last read began (a report can point at it).
+    qint64 Field_Line() const { return m_fieldLine; }
 
 private:
     void Start();
@@ -93,6 +95,8 @@ private:
     bool m_deviceEnd = false;
     bool m_utf16 = false;
     bool m_lineStart = true;
+    qint64 m_line = 0;
+    qint64 m_fieldLine = 0;
     bool m_lineUtf8 = true;
     QStringDecoder m_fromUtf16;
     mutable QStringDecoder m_fromUtf8{QStringConverter::Utf8, QStringConverter::Flag::Stateless |

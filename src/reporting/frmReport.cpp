@@ -169,16 +169,11 @@ void frmReport::Add_Report_Criteria() {
     const int type = s.Report_Type();
     const int filter = s.Filter_Type();
     lvwReport->Add(QString(), QString(), QStringLiteral("t0"));
-    const QString lines[] = {
-        QStringLiteral("REPORT BASED ON     : ") + report::Based_On_Text(type, filter),
-        QStringLiteral("REPORTING PERIOD   : ") + Short_Date(s.dtpkStartTime->date()) +
-            QStringLiteral(" To ") + Short_Date(s.dtpkStopTime->date()),
-        QStringLiteral("SORT BY                     : ") + report::Sort_Text(type, filter, s.Sort_By()),
-        QStringLiteral("SORT ORDER              : ") + report::Order_Text(s.Sorting_Mode()),
-    };
+    const QStringList lines = report::Criteria_Lines(type, filter, s.dtpkStartTime->date(),
+                                                     s.dtpkStopTime->date(), s.Sort_By(), s.Sorting_Mode());
     int key = 1;
     for (const QString& line : lines) {
-        const int row = lvwReport->Add(line.toUpper(), QString(), QStringLiteral("s%1").arg(key++));
+        const int row = lvwReport->Add(line, QString(), QStringLiteral("s%1").arg(key++));
         lvwReport->Set_Bold(row, true);
     }
     lvwReport->Add(QString(), QString(), QStringLiteral("t2"));

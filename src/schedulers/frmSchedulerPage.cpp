@@ -226,23 +226,18 @@ void SchedulerPage::Load_Schedules() {
     const Subject subject = Current_Subject();
     ResultTable table;
     long rows = 0;
-    if (!Get_Schedules(d.family, subject.computerId, subject.userId, table, rows))
+    if (!Get_Schedules(d.rules.family, subject.computerId, subject.userId, table, rows))
         return;
     for (int i = 1; i <= int(rows); ++i) {
+        const ScheduleRow row =
+            Stored_Schedule_Row(table.Text(i, 0), long(table.Long(i, 1)), table.Text(i, 2), table.Text(i, 3),
+                                long(table.Long(i, 4)), long(table.Long(i, 5)));
         const int item = lvwSchedules->Add(QString(), S(d.listIcon));
-        lvwSchedules->Set_Tag(item, table.Text(i, 0));
-        QString type;
-        Schedule_Type_Name(long(table.Long(i, 1)), type);
-        lvwSchedules->Set_Text(item, type);
-        lvwSchedules->Set_Sub_Item(item, 1, Short_Time(table.Text(i, 2)));
-        lvwSchedules->Set_Sub_Item(item, 2, Short_Time(table.Text(i, 3)));
-        const long weekdays = long(table.Long(i, 4));
-        QString days;
-        if (weekdays >= 1)
-            Weekday_Mask_To_Text(weekdays, days);
-        else
-            Month_Mask_To_Text(long(table.Long(i, 5)), days);
-        lvwSchedules->Set_Sub_Item(item, 3, days);
+        lvwSchedules->Set_Tag(item, row.tag);
+        lvwSchedules->Set_Text(item, row.type);
+        lvwSchedules->Set_Sub_Item(item, 1, row.from);
+        lvwSchedules->Set_Sub_Item(item, 2, row.to);
+        lvwSchedules->Set_Sub_Item(item, 3, row.days);
     }
     m_allowance.After_Load();
 }
@@ -353,15 +348,15 @@ ResultTable SchedulerPage::Add_Schedule_Row(const ScheduleCandidate& c) {
     Masks(dwm, weekdays, months);
     const Subject subject = Current_Subject();
     ResultTable table;
-    Add_Schedule(d.family, d.subType, dwm, weekdays, months, c.from, c.to, subject.computerId, subject.userId,
-                 table);
+    Add_Schedule(d.rules.family, d.rules.subType, dwm, weekdays, months, c.from, c.to, subject.computerId,
+                 subject.userId, table);
     return table;
 }
 
 void SchedulerPage::Update_Schedule_Row(const ScheduleCandidate& c) {
     long dwm = 0, weekdays = 0, months = 0;
     Masks(dwm, weekdays, months);
-    Update_Schedule(Tag_Id(ui::Tag(cboScheduler)), d.subType, dwm, weekdays, months, c.from, c.to);
+    Update_Schedule(Tag_Id(ui::Tag(cboScheduler)), d.rules.subType, dwm, weekdays, months, c.from, c.to);
 }
 
 int SchedulerPage::First_Selected_Row() const {
@@ -379,15 +374,15 @@ void SchedulerPage::cmAdd_Click() {
     else if (c.type == kMonthly)
         Checked_Items_To_Text(selection, m_months);
     const bool adding = cmAdd->text() == kAdd;
-    switch (Judge_Schedule(c, selection, Rows(), adding, d.conflicts)) {
+    switch (Judge_Schedule(c, selection, Rows(), adding, d.rules.conflicts)) {
     case ScheduleVerdict::ToBeforeFrom:
-        MsgBox(S(d.toMessage), MsgStyle::Exclamation);
+        MsgBox(S(d.rules.toMessage), MsgStyle::Exclamation);
         ui::Set_Focus(cboScheduler);
         return;
     case ScheduleVerdict::NoSelection:
         return; // deliberately silent; the focus stays where it is
     case ScheduleVerdict::Conflict:
-        MsgBox(S(d.conflictMessage), MsgStyle::Exclamation);
+        MsgBox(S(d.rules.conflictMessage), MsgStyle::Exclamation);
         ui::Set_Focus(cboScheduler);
         return;
     case ScheduleVerdict::Limit:

@@ -23,8 +23,7 @@ namespace hv {
 struct SchedulerDescription {
     const char* formName;
     const char* title; // the caption's start, the frame's caption and the copy settings word
-    long family;       // SCH_FOR of the rows
-    long subType;      // SCH_SUB_TYPE of the rows the page writes
+    const SchedulerRules& rules;
 
     const char* frame;
     const char* container;
@@ -46,10 +45,6 @@ struct SchedulerDescription {
         const char* months;
         const char* enable;
     } toolTips;
-
-    ScheduleConflictRule conflicts;
-    const char* conflictMessage;
-    const char* toMessage;
 
     // Internet: leaving a check list ends edit mode, and Remove clears the check lists before it asks.
     bool checkListLeaveEndsEdit;

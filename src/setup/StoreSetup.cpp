@@ -534,3 +534,115 @@ bool Fill_Demo(const QString& path, long reportRows, const QString& osUser, cons
 }
 
 } // namespace hv
+
+namespace hv {
+
+namespace {
+
+// The tables and their columns, in the order they are made, of a store opened on `store`.
+std::vector<std::pair<QString, QStringList>> Tables_Of(Store& store, QString* error) {
+    std::vector<std::pair<QString, QStringList>> tables;
+    sqlite3_stmt* raw = nullptr;
+    if (sqlite3_prepare_v2(store.Db(), "SELECT name FROM sqlite_master WHERE type='table' ORDER BY rowid", -1,
+                           &raw, nullptr) != SQLITE_OK) {
+        Store::Fail(error, store.Message());
+        return tables;
+    }
+    std::unique_ptr<sqlite3_stmt, StmtFinalizer> names(raw);
+    while (sqlite3_step(names.get()) == SQLITE_ROW)
+        tables.emplace_back(
+            QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(names.get(), 0))),
+            QStringList());
+    for (auto& [table, columns] : tables) {
+        const QByteArray sql = "SELECT name FROM pragma_table_info('" + table.toUtf8() + "')";
+        raw = nullptr;
+        if (sqlite3_prepare_v2(store.Db(), sql.constData(), -1, &raw, nullptr) != SQLITE_OK)
+            continue;
+        std::unique_ptr<sqlite3_stmt, StmtFinalizer> info(raw);
+        while (sqlite3_step(info.get()) == SQLITE_ROW)
+            columns.append(
+                QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(info.get(), 0))));
+    }
+    return tables;
+}
+
+// The first column of each row of a query, as text.
+QStringList Column_Texts(Store& store, const char* sql) {
+    QStringList texts;
+    sqlite3_stmt* raw = nullptr;
+    if (sqlite3_prepare_v2(store.Db(), sql, -1, &raw, nullptr) != SQLITE_OK)
+        return texts;
+    std::unique_ptr<sqlite3_stmt, StmtFinalizer> stmt(raw);
+    while (sqlite3_step(stmt.get()) == SQLITE_ROW)
+        texts.append(QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(stmt.get(), 0))));
+    return texts;
+}
+
+} // namespace
+
+QStringList Check_Store(const QString& path) {
+    QStringList problems;
+    const QFileInfo info(path);
+    if (!info.exists())
+        return {QStringLiteral("There is no store at %1.").arg(path)};
+    if (info.isDir())
+        return {QStringLiteral("%1 is a folder, not a store.").arg(path)};
+    if (info.size() == 0)
+        return {QStringLiteral("%1 is empty: it holds no tables.").arg(path)};
+
+    QString error;
+    Store expected;
+    if (!expected.Open(QStringLiteral(":memory:"),
+                       SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_MEMORY, &error))
+        return {error};
+    for (const char* statement : kSchema)
+        expected.Exec(statement, nullptr);
+
+    Store actual;
+    if (!actual.Open(QStringLiteral("file:") + info.absoluteFilePath() + QStringLiteral("?mode=ro"),
+                     SQLITE_OPEN_READONLY | SQLITE_OPEN_URI, &error))
+        return {error};
+    const auto have = Tables_Of(actual, &error);
+    if (!error.isEmpty())
+        return {QStringLiteral("%1 is not a store the console can read: %2").arg(path, error)};
+
+    for (const auto& [table, columns] : Tables_Of(expected, nullptr)) {
+        if (table == QLatin1String("sqlite_sequence"))
+            continue;
+        const auto found =
+            std::find_if(have.begin(), have.end(), [&](const auto& t) { return t.first == table; });
+        if (found == have.end()) {
+            problems.append(QStringLiteral("The table %1 is missing.").arg(table));
+            continue;
+        }
+        for (const QString& column : columns)
+            if (!found->second.contains(column))
+                problems.append(QStringLiteral("The table %1 has no column %2.").arg(table, column));
+    }
+    const auto has = [&](const char* table) {
+        return std::any_of(have.begin(), have.end(),
+                           [&](const auto& t) { return t.first == QLatin1String(table); });
+    };
+    if (has("SETTINGS_TBL") &&
+        Column_Texts(actual, "SELECT 1 FROM SETTINGS_TBL WHERE SETTINGS_ID=1").isEmpty())
+        problems.append(
+            QStringLiteral("SETTINGS_TBL has no row with SETTINGS_ID 1: the console cannot keep its "
+                           "settings."));
+    if (has("USER_TBL")) {
+        const QStringList first =
+            Column_Texts(actual, "SELECT USER_NAME FROM USER_TBL ORDER BY USER_ID LIMIT 1");
+        if (first.isEmpty() || first.front() != QLatin1String("[All Users...]"))
+            problems.append(
+                QStringLiteral("USER_TBL does not begin with the row \"[All Users...]\": All User "
+                               "Mode would edit %1.")
+                    .arg(first.isEmpty() ? QStringLiteral("no row")
+                                         : QStringLiteral("the user ") + first.front()));
+    }
+    const QStringList integrity = Column_Texts(actual, "PRAGMA integrity_check");
+    if (integrity != QStringList{QStringLiteral("ok")})
+        for (const QString& line : integrity.isEmpty() ? QStringList{actual.Message()} : integrity)
+            problems.append(QStringLiteral("Integrity check: %1").arg(line));
+    return problems;
+}
+
+} // namespace hv

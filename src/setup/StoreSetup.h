@@ -3,6 +3,7 @@
 // used by the installer tool (halvenorts-setup), the scenario driver and the tests.
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 
 namespace hv {
 
@@ -31,5 +32,10 @@ bool Upgrade_Store(const QString& path, QString* error);
 // the four report kinds spread over the 30 days before `now`. One transaction.
 bool Fill_Demo(const QString& path, long reportRows, const QString& osUser, const QDateTime& now,
                QString* error);
+
+// Reads the store at `path` without changing it and says, in plain words, what keeps it from being a store
+// the console can use: a file that is not a store, a table or column that is missing, a key row that is
+// missing, and what SQLite's integrity check finds. No problem: an empty list.
+QStringList Check_Store(const QString& path);
 
 } // namespace hv

@@ -219,7 +219,28 @@ QString Get_Windows_Directory() {
     return dir;
 }
 
+namespace {
+QString& Named_Store() {
+    static QString path;
+    return path;
+}
+long& Cache_Kib() {
+    static long kib = 65536;
+    return kib;
+}
+} // namespace
+
+void Set_Store_Cache_Kib(long kib) {
+    Cache_Kib() = kib;
+}
+
+void Set_Db_Path(const QString& path) {
+    Named_Store() = path;
+}
+
 QString Get_Db_Path() {
+    if (!Named_Store().isEmpty())
+        return Named_Store();
     return Get_Windows_Directory() + QStringLiteral("/hvpolicy.iil");
 }
 
@@ -248,7 +269,8 @@ int Db_Open(const QString& path) {
     // Deleted usage rows need not be overwritten on disk, and a delete of a million report rows keeps its
     // pages in memory until the commit instead of spilling them to the file on the way.
     sqlite3_exec(db, "PRAGMA secure_delete=OFF", nullptr, nullptr, nullptr);
-    sqlite3_exec(db, "PRAGMA cache_size=-65536", nullptr, nullptr, nullptr);
+    sqlite3_exec(db, ("PRAGMA cache_size=-" + QByteArray::number(Cache_Kib())).constData(), nullptr, nullptr,
+                 nullptr);
     sqlite3_progress_handler(db, 100000, &Let_Paint, nullptr);
     return Register(std::make_unique<Connection>(db));
 }

@@ -46,6 +46,11 @@ private:
 
 QString Get_Windows_Directory();
 QString Get_Db_Path(); // Windows directory + "/hvpolicy.iil"
+// A tool that is told which store file to use (halvenorts-admin --store) names it here; empty: the default.
+void Set_Db_Path(const QString& path);
+// How far each connection's page cache may grow, in KiB. The console keeps large deletes in memory; a tool
+// that streams millions of rows keeps its memory small.
+void Set_Store_Cache_Kib(long kib);
 
 // Opens a connection; 0 on any failure, after reporting it (missing file: "File not found"; a directory
 // or unreadable file: "Path/File access error"; a file of length 0: an empty report).

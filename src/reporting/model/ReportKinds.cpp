@@ -1,5 +1,6 @@
 #include "reporting/model/ReportKinds.h"
 
+#include "core/DateText.h"
 #include "platform/Err.h"
 
 #include <QDateTime>
@@ -237,6 +238,15 @@ QString Sort_Text(int type, int filter, int sort) {
 
 QString Order_Text(int order) {
     return order == 1 ? QStringLiteral("Decending") : QStringLiteral("Ascending");
+}
+
+QStringList Criteria_Lines(int type, int filter, const QDate& start, const QDate& stop, int sort, int order) {
+    return {(QStringLiteral("REPORT BASED ON     : ") + Based_On_Text(type, filter)).toUpper(),
+            (QStringLiteral("REPORTING PERIOD   : ") + Short_Date(start) + QStringLiteral(" To ") +
+             Short_Date(stop))
+                .toUpper(),
+            (QStringLiteral("SORT BY                     : ") + Sort_Text(type, filter, sort)).toUpper(),
+            (QStringLiteral("SORT ORDER              : ") + Order_Text(order)).toUpper()};
 }
 
 } // namespace hv::report

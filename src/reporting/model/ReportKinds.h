@@ -65,5 +65,7 @@ Sql Report_Delete(int type, int filter, long userId, const QDate& start, const Q
 QString Based_On_Text(int type, int filter);
 QString Sort_Text(int type, int filter, int sort);
 QString Order_Text(int order);
+// The sheet's four criteria lines, upper case, as the report shows them under its title.
+QStringList Criteria_Lines(int type, int filter, const QDate& start, const QDate& stop, int sort, int order);
 
 } // namespace hv::report

@@ -47,6 +47,11 @@ public:
     // The pieces of a sheet's fragment, stamped with `takenAt` (the export's time, as text).
     static void Sheet_Pieces(const ReportSheet& list, const QString& takenAt, HtmlPieces& out);
     static void Footer_Pieces(HtmlPieces& out);
+    // The same fragment in three steps, for a sheet that is streamed rather than held: the head, each row
+    // numbered from 1 in order, and the stamp row with the end.
+    static void Sheet_Begin(HtmlPieces& out);
+    static void Sheet_Row(HtmlPieces& out, int number, const SheetRow& row, int columns);
+    static void Sheet_End(HtmlPieces& out, int columns, const QString& takenAt);
 };
 
 } // namespace hv

@@ -1,5 +1,7 @@
 #include "schedulers/model/Schedules.h"
 
+#include "core/TimeOfDay.h"
+
 #include <array>
 
 namespace hv {
@@ -165,6 +167,39 @@ ScheduleVerdict Judge_Schedule(const ScheduleCandidate& c, const QString& select
     if (adding && int(rows.size()) >= kMaxSchedules)
         return ScheduleVerdict::Limit;
     return ScheduleVerdict::Accepted;
+}
+
+const SchedulerRules& Internet_Scheduler_Rules() {
+    // The Internet scheduler refuses exact duplicates only.
+    static const SchedulerRules rules{.family = SCH_FOR_INTERNET,
+                                      .subType = 0,
+                                      .conflicts = Schedule_Exists,
+                                      .conflictMessage = "Schedule already exist!.",
+                                      .toMessage =
+                                          "'To' time should be greater than or equal to 'From' time!."};
+    return rules;
+}
+
+const SchedulerRules& Application_Scheduler_Rules() {
+    static const SchedulerRules rules{.family = SCH_FOR_APPLICATION,
+                                      .subType = 1,
+                                      .conflicts = Schedule_Overlaps,
+                                      .conflictMessage = "Schedule cannot be overlapped!",
+                                      .toMessage =
+                                          "'To' time should be greater than or equal to 'From' time!"};
+    return rules;
+}
+
+ScheduleRow Stored_Schedule_Row(const QString& tag, long dwm, const QString& from, const QString& to,
+                                long weekdays, long months) {
+    ScheduleRow row{
+        .type = QString(), .from = Short_Time(from), .to = Short_Time(to), .days = QString(), .tag = tag};
+    Schedule_Type_Name(dwm, row.type);
+    if (weekdays >= 1)
+        Weekday_Mask_To_Text(weekdays, row.days);
+    else
+        Month_Mask_To_Text(months, row.days);
+    return row;
 }
 
 } // namespace hv

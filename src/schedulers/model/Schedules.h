@@ -88,4 +88,21 @@ enum class ScheduleVerdict {
 ScheduleVerdict Judge_Schedule(const ScheduleCandidate& c, const QString& selection,
                                const std::vector<ScheduleRow>& rows, bool adding, ScheduleConflictRule rule);
 
+// What a scheduler judges its windows by: the rows it owns, the sub-type it writes, its conflict rule and
+// the words of its refusals. The pages and the command-line tool share them.
+struct SchedulerRules {
+    long family;  // SCH_FOR of the rows
+    long subType; // SCH_SUB_TYPE of the rows it writes
+    ScheduleConflictRule conflicts;
+    const char* conflictMessage;
+    const char* toMessage;
+};
+const SchedulerRules& Internet_Scheduler_Rules();
+const SchedulerRules& Application_Scheduler_Rules();
+
+// A stored row as the lists show it: the type's name, times as "HH:mm", the days, or the months when no
+// day is set.
+ScheduleRow Stored_Schedule_Row(const QString& tag, long dwm, const QString& from, const QString& to,
+                                long weekdays, long months);
+
 } // namespace hv

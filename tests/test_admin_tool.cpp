@@ -69,7 +69,8 @@ TEST_P(AdminRefusals, EndsAsTheConsoleWould) {
         {QStringLiteral("rules"), QStringLiteral("add"), QStringLiteral("--user"),
          QStringLiteral("Bob Jones"), QStringLiteral("--list"), QStringLiteral("website-black"),
          QStringLiteral("example.com")},
-        {QStringLiteral("exceptions"), QStringLiteral("add"), QStringLiteral("ann")}});
+        {QStringLiteral("exceptions"), QStringLiteral("add"), QStringLiteral("ann")},
+        Words("rules|add|--user|Bob Jones|--list|port|--filter|HTTP Filter|8080")});
     const Case& c = GetParam();
     const Outcome o = Run(Words(c.args));
     EXPECT_EQ(o.exit, c.exit) << o.err.toStdString();
@@ -100,6 +101,13 @@ INSTANTIATE_TEST_SUITE_P(
              "URL already exist!."},
         Case{"short_extension", "rules|add|--user|Bob Jones|--list|file|x", 1,
              "Please enter a valid File Extension!."},
+        Case{"port_in_the_other_list",
+             "rules|add|--user|Bob Jones|--list|port|--filter|Block Completely|8080", 1,
+             "Port Number already exist!."},
+        Case{"port_out_of_range", "rules|add|--user|Bob Jones|--list|port|--filter|HTTP Filter|65536", 1,
+             "Please enter a valid Port Number!"},
+        Case{"port_filter_unknown", "rules|add|--user|Bob Jones|--list|port|--filter|Nope|80", 2,
+             "unknown filter"},
         Case{"unknown_user", "rules|list|--user|nobody|--list|file", 1, "There is no user named 'nobody'."},
         Case{"unknown_list", "rules|list|--user|Bob Jones|--list|nope", 2, "unknown list 'nope'"},
         Case{"missing_user_option", "rules|list|--list|file", 2, "--user is required"},
@@ -367,7 +375,7 @@ TEST_F(AdminTool, ReportRowsExportAsCsvRecords) {
         "INSERT INTO URL_RPT_TBL VALUES ('http://a.example/?q=1,2', 'a.example', 'say \"hi\".exe', 1, 2, "
         "'2026-01-14 10:00:00', '2026-01-14 10:05:00', 1)");
     Raw_Rows(Store(), "INSERT INTO URL_RPT_TBL VALUES ('http://b.example/', 'b.example', 'x.exe', 1, 2, "
-                        "'2026-01-16 00:00:00', '2026-01-16 00:01:00', 1)");
+                      "'2026-01-16 00:00:00', '2026-01-16 00:01:00', 1)");
     const QString file = dir.filePath(QStringLiteral("url.csv"));
     Ok({Words("reports|export|--type|url|--user|jsmith|--from|2026-01-14|--to|2026-01-15|--format|csv")
         << file});

@@ -25,4 +25,12 @@ QString Refusal_Of(const RuleListSpec& spec, const QString& text);
 // Writes one rule on a batch's open connection.
 bool Add_Rule(int handle, ResultTable& result, const RuleListSpec& spec, long user, const QString& text);
 
+// The port list, which is rows of ports and codes rather than texts: `rules` hands it over whole.
+struct Invocation;
+bool Is_Port_List(const Invocation& inv);
+int Ports_List(const Invocation& inv);
+int Ports_Add(const Invocation& inv);
+int Ports_Remove(const Invocation& inv);
+int Ports_Switch(const Invocation& inv, bool on);
+
 } // namespace hv::admin

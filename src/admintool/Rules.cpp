@@ -51,6 +51,7 @@ QString List_Names() {
     QStringList names;
     for (const NamedList& l : Named_Lists())
         names.append(l.name);
+    names.append(QStringLiteral("port"));
     return names.join(QStringLiteral(", "));
 }
 
@@ -152,6 +153,8 @@ bool Add_Rule(int handle, ResultTable& result, const RuleListSpec& spec, long us
 namespace {
 
 int Rules_List(const Invocation& inv) {
+    if (Is_Port_List(inv))
+        return Ports_List(inv);
     const RuleListSpec& spec = Named_List(inv);
     for (const QString& rule : Stored_Rules(spec, Find_User(inv.Need(QStringLiteral("--user"))).id))
         Out(rule);
@@ -159,6 +162,8 @@ int Rules_List(const Invocation& inv) {
 }
 
 int Rules_Add(const Invocation& inv) {
+    if (Is_Port_List(inv))
+        return Ports_Add(inv);
     const RuleListSpec& spec = Named_List(inv);
     const long user = Find_User(inv.Need(QStringLiteral("--user"))).id;
     // Every text is checked before any is written, so a refused one leaves the list as it was.
@@ -183,6 +188,8 @@ int Rules_Add(const Invocation& inv) {
 }
 
 int Rules_Remove(const Invocation& inv) {
+    if (Is_Port_List(inv))
+        return Ports_Remove(inv);
     const RuleListSpec& spec = Named_List(inv);
     const long user = Find_User(inv.Need(QStringLiteral("--user"))).id;
     const QStringList stored = Stored_Rules(spec, user);
@@ -206,6 +213,8 @@ int Rules_Remove(const Invocation& inv) {
 }
 
 int Rules_Switch(const Invocation& inv, bool on) {
+    if (Is_Port_List(inv))
+        return Ports_Switch(inv, on);
     const RuleListSpec& spec = Named_List(inv);
     const long user = Find_User(inv.Need(QStringLiteral("--user"))).id;
     if (spec.featureBit == 0)
@@ -227,6 +236,8 @@ QString Import_Refusal(const ListField& field, const RuleListSpec& spec, const s
 }
 
 int Rules_Import(const Invocation& inv) {
+    if (Is_Port_List(inv))
+        throw UsageError{QStringLiteral("the port list has no list file")};
     const RuleListSpec& spec = Named_List(inv);
     const long user = Find_User(inv.Need(QStringLiteral("--user"))).id;
     const bool dryRun = inv.Has(QStringLiteral("--dry-run"));
@@ -272,6 +283,8 @@ int Rules_Import(const Invocation& inv) {
 }
 
 int Rules_Export(const Invocation& inv) {
+    if (Is_Port_List(inv))
+        throw UsageError{QStringLiteral("the port list has no list file")};
     const RuleListSpec& spec = Named_List(inv);
     const QStringList rules = Stored_Rules(spec, Find_User(inv.Need(QStringLiteral("--user"))).id);
     Write_List_File(inv.words[0], rules);
@@ -299,12 +312,15 @@ void Add_Rule_Commands(std::vector<Command>& into) {
     into.push_back(
         {rules,
          QStringLiteral("add"),
-         QStringLiteral("rules add --user U --list L TEXT..."),
+         QStringLiteral("rules add --user U --list L TEXT...  |  rules add --user U --list port --filter F "
+                        "[--protocol P] PORT..."),
          QStringLiteral("Adds rules as the list's page does: the same preparation of the text, the "
                         "same checks and the same words for a refusal. Nothing is written unless "
-                        "every text is accepted.") +
+                        "every text is accepted. A port rule takes its filter's text as the port page "
+                        "shows it (\"HTTP Filter\", \"Block Completely\", ...) and, without --protocol, the "
+                        "protocol the page offers for it.") +
              lists,
-         subject,
+         subject + QStringList{QStringLiteral("--filter"), QStringLiteral("--protocol")},
          {},
          1,
          -1,

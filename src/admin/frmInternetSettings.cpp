@@ -187,12 +187,16 @@ bool frmInternetSettings::Add_Bypass(StoreBatch& batch, const QString& exe) {
     return true;
 }
 
-void frmInternetSettings::End_Batch(StoreBatch& batch, bool failed) {
-    if (batch.Close() && !failed)
-        return;
+void frmInternetSettings::Reload_Bypass_List() {
     lvwBypassedExe->Clear();
     lvwBypassedExe->Set_Column_Width(1, lvwBypassedExe->Width_Twips() - 20);
     Load_Bypass_List();
+}
+
+void frmInternetSettings::End_Batch(StoreBatch& batch, bool failed) {
+    // A failed commit has reloaded the list through the batch already.
+    if (batch.Close() && failed)
+        Reload_Bypass_List();
 }
 
 void frmInternetSettings::cmdAdd_Click() {
@@ -208,7 +212,7 @@ void frmInternetSettings::cmdAdd_Click() {
         txtByPassedExe->selectAll();
         return;
     }
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload_Bypass_List(); });
     batch.Open();
     const bool added = Add_Bypass(batch, exe);
     if (added) {
@@ -219,7 +223,7 @@ void frmInternetSettings::cmdAdd_Click() {
 }
 
 void frmInternetSettings::cmdBrowseExe_Click() {
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload_Bypass_List(); });
     bool failed = false;
     try {
         ui::Browse_For_Exes(cmnDialogBrowse, batch, *lvwBypassedExe, [&](const QString& name) {
@@ -237,7 +241,7 @@ void frmInternetSettings::cmdRemove_Click() {
     if (MsgBox(QStringLiteral("Are you sure you want to delete the selected Exe(s)?"), MsgStyle::Question,
                MsgButtons::YesNo) != MsgAnswer::Yes)
         return;
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload_Bypass_List(); });
     batch.Open();
     bool failed = false;
     const Subject subject = Current_Subject();

@@ -153,7 +153,7 @@ void frmManageUsers::Import_File() {
     // store refuses commits those before it and the import goes on in a new transaction. The list is read
     // again from the store when anything failed, so that it shows what was kept. A store that cannot be
     // opened is reported once and ends the import.
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload_List(); });
     ui::WholeWordIndex listed;
     bool failed = false;
     bool opened = false;
@@ -194,9 +194,8 @@ void frmManageUsers::Import_File() {
     } catch (const RunTimeFailure&) {
         Report_Error();
     }
-    if (!batch.Close() && opened)
-        failed = true;
-    if (failed)
+    // A failed commit reloads the list through the batch; a refused name asks for the same here.
+    if (batch.Close() && failed)
         Reload_List();
     QGuiApplication::restoreOverrideCursor();
     cmdClose->setEnabled(true);

@@ -7,6 +7,7 @@
 #include "reporting/model/ReportKinds.h"
 #include "store/modDBFunctions.h"
 #include "ui/Forms.h"
+#include "ui/PageSwitches.h"
 #include "ui/Session.h"
 
 #include <QGridLayout>
@@ -127,7 +128,7 @@ void frmReporting::Form_Load() {
         const report::Kind& kind = report::Kind_At(cboReportingType->ListIndex());
         if (Is_Feature_Bit_Set(subject.computerId, subject.userId, kind.bit)) {
             chkEnableReporting->setText(QLatin1String(kind.checkCaption));
-            Show_Switch(1);
+            ui::Check_Silently(chkEnableReporting, 1);
         }
     });
 }
@@ -142,12 +143,6 @@ void frmReporting::Set_Controls_Enabled() {
 
 void frmReporting::Set_Form_Caption() {
     Set_Caption(QStringLiteral("Reporting - ") + Current_User_Text());
-}
-
-void frmReporting::Show_Switch(int value) {
-    ui::Set_Tag(chkEnableReporting, QLatin1String(kDontSaveToDB));
-    chkEnableReporting->Set_Value(value);
-    ui::Set_Tag(chkEnableReporting, QString());
 }
 
 void frmReporting::Form_KeyPress(int& KeyAscii) {
@@ -169,15 +164,14 @@ void frmReporting::cboReportingType_Click() {
     const report::Kind& kind = report::Kind_At(type);
     cboFilterType->Clear_Items();
     cboSortBy->Clear_Items();
-    ui::Set_Tag(chkEnableReporting, QLatin1String(kDontSaveToDB));
     for (const report::Filter& f : kind.filters)
         cboFilterType->Add_Item(QLatin1String(f.entry));
     for (const QString& caption : kind.sortBy)
         cboSortBy->Add_Item(caption);
     const Subject subject = Current_Subject();
-    chkEnableReporting->Set_Value(Is_Feature_Bit_Set(subject.computerId, subject.userId, kind.bit) ? 1 : 0);
+    ui::Check_Silently(chkEnableReporting,
+                       Is_Feature_Bit_Set(subject.computerId, subject.userId, kind.bit) ? 1 : 0);
     chkEnableReporting->setText(QLatin1String(kind.checkCaption));
-    ui::Set_Tag(chkEnableReporting, QString());
     cboFilterType->Set_ListIndex(0);
     ui::Set_Tag(cboReportingType, QString::number(type));
 }
@@ -205,21 +199,10 @@ void frmReporting::cboSortingMode_Click() {
 }
 
 void frmReporting::chkEnableReporting_Click() {
-    if (ui::Tag(chkEnableReporting) == QLatin1String(kDontSaveToDB))
-        return;
+    // The question names the box by its whole caption, "Enable" and all; the bit is the chosen kind's.
     Guarded([this] {
-        const bool on = chkEnableReporting->Value() == 1;
-        // The question names the box by its whole caption, "Enable" and all.
-        const QString question = (on ? QStringLiteral("Are you sure you want to enable the ")
-                                     : QStringLiteral("Are you sure you want to disable the ")) +
-                                 chkEnableReporting->text() + u'?';
-        if (MsgBox(question, MsgStyle::Question, MsgButtons::YesNo) != MsgAnswer::Yes) {
-            Show_Switch(on ? 0 : 1);
-            return;
-        }
-        const Subject subject = Current_Subject();
-        Set_Feature_Bit(on, report::Kind_At(cboReportingType->ListIndex()).bit, subject.computerId,
-                        subject.userId);
+        ui::Enable_Feature_Click(chkEnableReporting, chkEnableReporting->text(),
+                                 report::Kind_At(cboReportingType->ListIndex()).bit);
     });
 }
 

@@ -83,10 +83,7 @@ UserListPage::UserListPage(const UserListDesign& design)
 }
 
 void UserListPage::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 void UserListPage::cmdClose_Click() {

@@ -120,10 +120,7 @@ void frmCopySettings::Form_Load() {
 }
 
 void frmCopySettings::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 void frmCopySettings::cmdClose_Click() {

@@ -16,8 +16,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <climits>
-#include <utility>
 #include <optional>
+#include <utility>
 
 namespace hv {
 
@@ -290,10 +290,7 @@ void RuleListPage::cmdClose_Click() {
 }
 
 void RuleListPage::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 void RuleListPage::Check_Silently(ui::CheckBox* box, int value) {

@@ -327,10 +327,7 @@ void frmReport::Form_QueryUnload(int& Cancel, int UnloadMode) {
 }
 
 void frmReport::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 } // namespace hv

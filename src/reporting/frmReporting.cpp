@@ -146,10 +146,7 @@ void frmReporting::Set_Form_Caption() {
 }
 
 void frmReporting::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 void frmReporting::Form_QueryUnload(int& Cancel, int UnloadMode) {

@@ -488,10 +488,7 @@ void SchedulerPage::cmdRemove_Click() {
 }
 
 void SchedulerPage::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 void SchedulerPage::cmdClose_Click() {

@@ -16,10 +16,7 @@ ApplyPage::ApplyPage(const QString& formName) : Form(formName) {
 }
 
 void ApplyPage::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 QHBoxLayout* ApplyPage::Button_Row(bool withHomeSite) {

@@ -154,6 +154,19 @@ inline int Insert_Prepared(sqlite3* db, const QStringList& values, long long use
     return failed;
 }
 
+// Times a reference insert on the store at `path`: `insert(db)` answers how many rows failed. Not valid
+// when the store does not open or a row failed.
+template <class Insert> Timing Timed_Insert(const QString& path, Insert insert) {
+    sqlite3* db = Open_Store(path);
+    if (!db)
+        return {};
+    const Stopwatch watch;
+    const int failed = insert(db);
+    const Timing took = watch.Read();
+    sqlite3_close(db);
+    return failed == 0 ? took : Timing{};
+}
+
 // The peak resident memory of this process so far (VmHWM), in KiB; -1 when it cannot be read.
 inline long Peak_Kb() {
     QFile f(QStringLiteral("/proc/self/status"));

@@ -99,14 +99,8 @@ hv::frmWebsiteFilter& Open_Page(Timing* took = nullptr) {
 }
 
 [[gnu::noinline]] Timing Reference(const QString& path, const QStringList& values) {
-    sqlite3* db = hv::bench::Open_Store(path);
-    if (!db)
-        return {};
-    const Stopwatch watch;
-    const int failed = hv::bench::Insert_Prepared(db, values, kUser);
-    const Timing took = watch.Read();
-    sqlite3_close(db);
-    return failed == 0 ? took : Timing{};
+    return hv::bench::Timed_Insert(
+        path, [&](sqlite3* db) { return hv::bench::Insert_Prepared(db, values, kUser); });
 }
 
 struct Size {

@@ -133,14 +133,7 @@ void Drop_Page() {
 // ---- importing
 
 [[gnu::noinline]] Timing Bare_Import(const QString& path, const QStringList& names) {
-    sqlite3* db = hv::bench::Open_Store(path);
-    if (!db)
-        return {};
-    const Stopwatch watch;
-    const int failed = Insert_Names(db, names);
-    const Timing took = watch.Read();
-    sqlite3_close(db);
-    return failed == 0 ? took : Timing{};
+    return hv::bench::Timed_Insert(path, [&](sqlite3* db) { return Insert_Names(db, names); });
 }
 
 [[gnu::noinline]] Timing Page_Import(hv::ScriptedPlatform& platform, const QString& file, int* shown) {

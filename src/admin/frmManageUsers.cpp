@@ -7,11 +7,11 @@
 #include "platform/Platform.h"
 #include "store/modCommonFuns.h"
 #include "store/modDBFunctions.h"
+#include "ui/BusyCursor.h"
 #include "ui/ListFind.h"
 #include "ui/Session.h"
 
 #include <QApplication>
-#include <QGuiApplication>
 #include <QStyle>
 #include <algorithm>
 
@@ -19,7 +19,7 @@ namespace hv {
 
 namespace {
 const QString kFileFilter = QStringLiteral("Text Files|*.txt|All Files|*.*");
-// An import lets the window repaint every so many names.
+// An import looks at the clock every so many names, to let the window repaint.
 constexpr int kNamesBetweenEvents = 500;
 } // namespace
 
@@ -159,7 +159,7 @@ void frmManageUsers::Import_File() {
     bool opened = false;
     frameManageUsers->setEnabled(false);
     cmdClose->setEnabled(false);
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    ui::BusyCursor busy;
     try {
         opened = batch.Open() != 0;
         ListFileInput file(cmdlgMain.FileName);
@@ -176,9 +176,8 @@ void frmManageUsers::Import_File() {
             } importing{this};
             m_batch = &batch;
             m_listed = &listed;
-            for (int n = 1; !reader.Eof(); ++n) {
-                if (n % kNamesBetweenEvents == 0)
-                    platform().Do_Events();
+            while (!reader.Eof()) {
+                busy.Let_Paint(kNamesBetweenEvents);
                 // Imported names are upper case, and a refused one passes without a word; a name with a NUL
                 // in it is no name.
                 const ListField field = reader.Next_Field();
@@ -197,7 +196,6 @@ void frmManageUsers::Import_File() {
     // A failed commit reloads the list through the batch; a refused name asks for the same here.
     if (batch.Close() && failed)
         Reload_List();
-    QGuiApplication::restoreOverrideCursor();
     cmdClose->setEnabled(true);
     frameManageUsers->setEnabled(true);
     Set_Controls_Enabled();

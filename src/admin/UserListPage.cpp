@@ -5,6 +5,7 @@
 #include "platform/Platform.h"
 #include "store/modCommonFuns.h"
 #include "ui/Images.h"
+#include "ui/PageSwitches.h"
 
 namespace hv {
 
@@ -12,7 +13,6 @@ namespace {
 // Design sizes in twips.
 constexpr int kListWidth = 4815;
 constexpr int kListHeight = 4215;
-constexpr int kScrollBarTwips = 250;
 const QString kUserIcon = QStringLiteral("User");
 } // namespace
 
@@ -94,15 +94,11 @@ void UserListPage::Init_Column() {
     lvwUsers->Set_Column_Width(1, lvwUsers->Width_Twips() - 20);
 }
 
-void UserListPage::Change_Width(int by) {
-    lvwUsers->Set_Column_Width(1, lvwUsers->Column_Width(1) + by);
-}
-
 void UserListPage::Add_Row(const QString& name, const QString& key) {
     const int row = lvwUsers->Add(name, kUserIcon);
     lvwUsers->Set_Tag(row, key);
     if (row == m_design.limit)
-        Change_Width(-kScrollBarTwips);
+        ColumnAllowance::Give_Room(lvwUsers);
 }
 
 void UserListPage::Fill_List() {
@@ -122,7 +118,7 @@ void UserListPage::Fill_List() {
         for (int i = 1; i <= int(rows); ++i)
             lvwUsers->Set_Tag(first + i - 1, table.Text(i, 1));
         if (first <= m_design.limit && lvwUsers->Count() >= m_design.limit)
-            Change_Width(-kScrollBarTwips);
+            ColumnAllowance::Give_Room(lvwUsers);
     });
 }
 
@@ -189,7 +185,7 @@ void UserListPage::cmdRemove_Click() {
             if (!m_design.remove(0, tag.toLong()))
                 continue;
             if (lvwUsers->Count() == m_design.limit)
-                Change_Width(kScrollBarTwips);
+                ColumnAllowance::Take_Room_Back(lvwUsers);
             lvwUsers->Remove(i);
         }
     });

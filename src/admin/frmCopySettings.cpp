@@ -7,6 +7,7 @@
 #include "store/modDBFunctions.h"
 #include "ui/BusyCursor.h"
 #include "ui/Images.h"
+#include "ui/PageSwitches.h"
 #include "ui/Session.h"
 
 #include <QGridLayout>
@@ -22,7 +23,6 @@ constexpr int kListWidthTwips = 3600;
 constexpr int kListHeightTwips = 3360;
 // The destination list shows twelve rows; from the thirteenth its column gives room for the scroll bar.
 constexpr int kScrollBarRows = 13;
-constexpr int kScrollBarTwips = 250;
 
 ui::ListView* Make_Check_List(const QString& name, const QString& column, QWidget* parent) {
     auto* list = new ui::ListView(name, ui::ListView::Report, parent);
@@ -168,7 +168,7 @@ void frmCopySettings::Fill_Destinations() {
     }
     // Each rebuild gives up the room again, so the column narrows every time.
     if (lvwDestinationUsers->Count() >= kScrollBarRows)
-        lvwDestinationUsers->Set_Column_Width(1, lvwDestinationUsers->Column_Width(1) - kScrollBarTwips);
+        ColumnAllowance::Give_Room(lvwDestinationUsers);
 }
 
 // The last entry after the first with this text; 0 (the first entry) when there is none.

@@ -8,6 +8,7 @@
 #include "store/modDB.h"
 #include "store/modDBFunctions.h"
 #include "ui/ExeBrowse.h"
+#include "ui/PageSwitches.h"
 #include "ui/Session.h"
 
 #include <QApplication>
@@ -25,7 +26,6 @@ const char* const kWindowTypes[] = {"Do not show any messages (block silently)",
 constexpr int kRedirectType = 3;
 constexpr int kListWidth = 5175;
 constexpr int kListHeight = 2415;
-constexpr int kScrollBarTwips = 250;
 const QString kBypassIcon = QStringLiteral("BypassedExe");
 } // namespace
 
@@ -148,7 +148,7 @@ void frmInternetSettings::Load_Bypass_List() {
     for (int i = 1; i <= table.Rows(); ++i)
         lvwBypassedExe->Add(table.Text(i, 0), kBypassIcon);
     if (lvwBypassedExe->Count() == m_intScrollRows)
-        lvwBypassedExe->Set_Column_Width(1, lvwBypassedExe->Column_Width(1) - kScrollBarTwips);
+        ColumnAllowance::Give_Room(lvwBypassedExe);
 }
 
 void frmInternetSettings::Set_Controls_Enabled() {
@@ -183,7 +183,7 @@ bool frmInternetSettings::Add_Bypass(StoreBatch& batch, const QString& exe) {
         return false;
     lvwBypassedExe->Add(exe, kBypassIcon);
     if (lvwBypassedExe->Count() == m_intScrollRows)
-        lvwBypassedExe->Set_Column_Width(1, lvwBypassedExe->Column_Width(1) - kScrollBarTwips);
+        ColumnAllowance::Give_Room(lvwBypassedExe);
     return true;
 }
 
@@ -254,7 +254,7 @@ void frmInternetSettings::cmdRemove_Click() {
             continue;
         }
         if (lvwBypassedExe->Count() == m_intScrollRows)
-            lvwBypassedExe->Set_Column_Width(1, lvwBypassedExe->Column_Width(1) + kScrollBarTwips);
+            ColumnAllowance::Take_Room_Back(lvwBypassedExe);
         lvwBypassedExe->Remove(i);
     }
     End_Batch(batch, failed);

@@ -27,7 +27,8 @@ ui::Label* Add_Row(QGridLayout* grid, int row, const char* name, const QString& 
     return label;
 }
 
-int Tag_Number(const QObject* control) {
+// The index a combo box keeps in its Tag; one not chosen yet reads 0.
+int Chosen_Index(const QObject* control) {
     return ui::Tag(control).toInt();
 }
 
@@ -103,16 +104,16 @@ QGroupBox* frmReporting::Frame(const char* name, const QString& caption) {
 }
 
 int frmReporting::Report_Type() const {
-    return Tag_Number(cboReportingType);
+    return Chosen_Index(cboReportingType);
 }
 int frmReporting::Filter_Type() const {
-    return Tag_Number(cboFilterType);
+    return Chosen_Index(cboFilterType);
 }
 int frmReporting::Sort_By() const {
-    return Tag_Number(cboSortBy);
+    return Chosen_Index(cboSortBy);
 }
 int frmReporting::Sorting_Mode() const {
-    return Tag_Number(cboSortingMode);
+    return Chosen_Index(cboSortingMode);
 }
 
 void frmReporting::Form_Load() {

@@ -116,5 +116,9 @@ void Click_Focus(QWidget* control);
 // The Tag of a control, menu item or any object (an empty text when never set).
 QString Tag(const QObject* o);
 void Set_Tag(QObject* o, const QString& tag);
+// A Tag read as the whole number it holds, blanks around ignored; a blank or non-numeric Tag raises "Type
+// mismatch" (13).
+long Tag_Number(const QString& tag);
+long Tag_Number(const QObject* o);
 
 } // namespace hv::ui

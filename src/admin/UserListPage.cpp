@@ -91,7 +91,7 @@ void UserListPage::cmdClose_Click() {
 }
 
 void UserListPage::Init_Column() {
-    lvwUsers->Set_Column_Width(1, lvwUsers->Width_Twips() - 20);
+    ColumnAllowance::Fill_Width(lvwUsers);
 }
 
 void UserListPage::Add_Row(const QString& name, const QString& key) {

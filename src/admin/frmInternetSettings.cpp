@@ -104,7 +104,7 @@ void frmInternetSettings::Form_Load() {
     Guarded([this] {
         m_intScrollRows = 8;
         Set_Caption(QStringLiteral("Internet Settings - ") + Current_User_Text());
-        lvwBypassedExe->Set_Column_Width(1, lvwBypassedExe->Width_Twips() - 20);
+        ColumnAllowance::Fill_Width(lvwBypassedExe);
         Set_Tool_Tips();
         for (const char* type : kWindowTypes)
             cboWindowType->Add_Item(QLatin1String(type));
@@ -189,7 +189,7 @@ bool frmInternetSettings::Add_Bypass(StoreBatch& batch, const QString& exe) {
 
 void frmInternetSettings::Reload_Bypass_List() {
     lvwBypassedExe->Clear();
-    lvwBypassedExe->Set_Column_Width(1, lvwBypassedExe->Width_Twips() - 20);
+    ColumnAllowance::Fill_Width(lvwBypassedExe);
     Load_Bypass_List();
 }
 

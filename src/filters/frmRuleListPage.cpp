@@ -62,7 +62,7 @@ RuleList::RuleList(const RuleListSpec& s, ui::TextBox* text, ui::ListView* list,
 }
 
 void RuleList::Init_Column() {
-    lvw->Set_Column_Width(1, lvw->Width_Twips() - 20);
+    ColumnAllowance::Fill_Width(lvw);
 }
 
 void RuleList::Load_List() {

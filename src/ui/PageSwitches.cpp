@@ -13,6 +13,10 @@ void ColumnAllowance::Give_Room(ui::ListView* list, int column) {
     list->Set_Column_Width(column, list->Column_Width(column) - kScrollBarTwips);
 }
 
+void ColumnAllowance::Fill_Width(ui::ListView* list) {
+    list->Set_Column_Width(1, list->Width_Twips() - 20);
+}
+
 void ColumnAllowance::Take_Room_Back(ui::ListView* list, int column) {
     list->Set_Column_Width(column, list->Column_Width(column) + kScrollBarTwips);
 }

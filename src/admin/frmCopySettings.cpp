@@ -133,8 +133,7 @@ void frmCopySettings::Set_Form_Caption() {
 }
 
 void frmCopySettings::Set_Controls_Enabled() {
-    cmdCopySettings->setEnabled(!Remote_Mode);
-    fraCopySettings->setEnabled(!Remote_Mode);
+    ui::Enable_Unless_Remote({cmdCopySettings, fraCopySettings});
 }
 
 void frmCopySettings::Fill_Users_In_ComboBox() {

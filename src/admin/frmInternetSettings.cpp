@@ -152,8 +152,8 @@ void frmInternetSettings::Load_Bypass_List() {
 }
 
 void frmInternetSettings::Set_Controls_Enabled() {
-    Enable_Unless_Remote({cmdAdd, cmdRemove, cmdApply, cmdBrowseExe, txtBlMessage, txtByPassedExe,
-                          txtRedirectUrl, cboWindowType});
+    ui::Enable_Unless_Remote({cmdAdd, cmdRemove, cmdApply, cmdBrowseExe, txtBlMessage, txtByPassedExe,
+                              txtRedirectUrl, cboWindowType});
 }
 
 // The hidden box keeps its text, and Apply saves it too.

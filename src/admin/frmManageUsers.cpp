@@ -9,6 +9,7 @@
 #include "store/modDBFunctions.h"
 #include "ui/BusyCursor.h"
 #include "ui/ListFind.h"
+#include "ui/PageSwitches.h"
 #include "ui/Session.h"
 
 #include <QApplication>
@@ -65,8 +66,7 @@ void frmManageUsers::Form_Unload(int& Cancel) {
 }
 
 void frmManageUsers::Set_Controls_Enabled() {
-    cmdRemove->setEnabled(!Remote_Mode);
-    cmdEdit->setEnabled(!Remote_Mode);
+    ui::Enable_Unless_Remote({cmdRemove, cmdEdit});
 }
 
 void frmManageUsers::Fill_Users_List() {

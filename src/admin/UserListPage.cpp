@@ -47,12 +47,10 @@ UserListPage::UserListPage(const UserListDesign& design)
     column->addLayout(entry);
 
     auto* body = new QHBoxLayout;
-    lvwUsers = new ui::ListView(QStringLiteral("lvwUsers"), ui::ListView::Report, holder);
-    lvwUsers->Set_Size_Twips(kListWidth, kListHeight);
-    lvwUsers->Add_Column(QStringLiteral("User Name"), kListWidth - 20);
+    lvwUsers = ui::Make_One_Column_List(QStringLiteral("lvwUsers"), QStringLiteral("User Name"), kListWidth,
+                                        kListHeight, holder);
     lvwUsers->Set_Small_Icons(ilsSmall);
     lvwUsers->Set_Multi_Select(true);
-    lvwUsers->Set_Hide_Selection(false);
     body->addWidget(lvwUsers);
     sideButtons = new QVBoxLayout;
     cmdEdit = new ui::CommandButton(QStringLiteral("cmdEdit"), QStringLiteral("Edit"), holder);

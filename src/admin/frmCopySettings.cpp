@@ -25,11 +25,8 @@ constexpr int kListHeightTwips = 3360;
 constexpr int kScrollBarRows = 13;
 
 ui::ListView* Make_Check_List(const QString& name, const QString& column, QWidget* parent) {
-    auto* list = new ui::ListView(name, ui::ListView::Report, parent);
-    list->Set_Size_Twips(kListWidthTwips, kListHeightTwips);
-    list->Add_Column(column, kListWidthTwips - 20);
+    ui::ListView* list = ui::Make_One_Column_List(name, column, kListWidthTwips, kListHeightTwips, parent);
     list->Set_Checkboxes(true);
-    list->Set_Hide_Selection(false);
     return list;
 }
 

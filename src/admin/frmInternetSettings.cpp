@@ -56,11 +56,9 @@ frmInternetSettings::frmInternetSettings() : ui::ApplyPage(QStringLiteral("frmIn
     cmdBrowseExe = new ui::CommandButton(QStringLiteral("cmdBrowseExe"), QString(), container);
     cmdBrowseExe->Set_Picture(QApplication::style()->standardIcon(QStyle::SP_DirOpenIcon));
     cmdRemove = new ui::CommandButton(QStringLiteral("cmdRemove"), QStringLiteral("Remove"), container);
-    lvwBypassedExe = new ui::ListView(QStringLiteral("lvwBypassedExe"), ui::ListView::Report, container);
-    lvwBypassedExe->Set_Size_Twips(kListWidth, kListHeight);
-    lvwBypassedExe->Add_Column(QStringLiteral("EXE Name"), kListWidth - 20);
+    lvwBypassedExe = ui::Make_One_Column_List(QStringLiteral("lvwBypassedExe"), QStringLiteral("EXE Name"),
+                                              kListWidth, kListHeight, container);
     lvwBypassedExe->Set_Multi_Select(true);
-    lvwBypassedExe->Set_Hide_Selection(false);
     auto* images = new ui::ImageList(QStringLiteral("ilsInternetSettings"), this);
     images->Add(kBypassIcon, QApplication::style()->standardIcon(QStyle::SP_FileIcon));
     lvwBypassedExe->Set_Small_Icons(images);

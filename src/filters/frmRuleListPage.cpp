@@ -325,11 +325,9 @@ void RuleListPage::Load_Panel_Pictures(const Panel& p, ui::ImageList* images) {
 }
 
 ui::ListView* RuleListPage::Make_List(const QString& name, const RuleListSpec& spec, QWidget* parent) {
-    auto* list = new ui::ListView(name, ui::ListView::Report, parent);
-    list->Set_Size_Twips(spec.widthTwips, spec.heightTwips);
-    list->Add_Column(spec.columnCaption, spec.widthTwips - 20);
+    ui::ListView* list =
+        ui::Make_One_Column_List(name, spec.columnCaption, spec.widthTwips, spec.heightTwips, parent);
     list->Set_Multi_Select(true);
-    list->Set_Hide_Selection(false);
     return list;
 }
 

@@ -3,6 +3,7 @@
 // transaction).
 #pragma once
 
+#include "console/FormCatalog.h"
 #include "testing/ScriptedPlatform.h"
 #include "ui/Form.h"
 #include "ui/Forms.h"
@@ -19,9 +20,9 @@
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <ctime>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <sys/wait.h>
 #include <type_traits>
 #include <unistd.h>
@@ -67,6 +68,37 @@ struct Stores {
     PlatformScope scope{platform};
     QString refPath = refDir.path() + QStringLiteral("/hvpolicy.iil");
 };
+
+// A page benchmark's ground: a headless application, the two stores, and every page registered as the
+// console registers them, so that a page reaches the console through its session.
+struct PageBench {
+    PageBench(int& argc, char** argv) : app(argc, argv) { Register_All_Forms(); }
+    struct Offscreen {
+        Offscreen() { qputenv("QT_QPA_PLATFORM", "offscreen"); }
+    } offscreen;
+    QApplication app;
+    Stores stores;
+};
+
+// How many rounds each side runs: the first argument, at least one, or `fallback` without one.
+inline int Rounds(int argc, char** argv, int fallback) {
+    return argc > 1 ? std::max(1, std::atoi(argv[1])) : fallback;
+}
+
+// A store opened for reading and writing, as the reference side works on it; nullptr when it cannot be.
+inline sqlite3* Open_Store(const QString& path) {
+    sqlite3* db = nullptr;
+    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
+        sqlite3_close(db);
+        return nullptr;
+    }
+    return db;
+}
+
+// What a failed round tells after its own words: the first message box the page showed, if any.
+inline QString First_Box(const ScriptedPlatform& platform) {
+    return platform.boxes.empty() ? QString() : QStringLiteral(": ") + platform.boxes.front().text;
+}
 
 // count texts made from pattern, whose %1 is the row number.
 inline QStringList Numbered_Texts(int count, const QString& pattern) {
@@ -120,6 +152,19 @@ inline int Insert_Prepared(sqlite3* db, const QStringList& values, long long use
     sqlite3_finalize(st);
     sqlite3_exec(db, "COMMIT TRANSACTION MY_TRANS", nullptr, nullptr, nullptr);
     return failed;
+}
+
+// Times a reference insert on the store at `path`: `insert(db)` answers how many rows failed. Not valid
+// when the store does not open or a row failed.
+template <class Insert> Timing Timed_Insert(const QString& path, Insert insert) {
+    sqlite3* db = Open_Store(path);
+    if (!db)
+        return {};
+    const Stopwatch watch;
+    const int failed = insert(db);
+    const Timing took = watch.Read();
+    sqlite3_close(db);
+    return failed == 0 ? took : Timing{};
 }
 
 // The peak resident memory of this process so far (VmHWM), in KiB; -1 when it cannot be read.

@@ -50,8 +50,8 @@ double Ours(const QStringList& values, long user) {
 }
 
 double Reference(const QString& path, const QStringList& values, long user) {
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
+    sqlite3* db = hv::bench::Open_Store(path);
+    if (!db)
         return -1;
     QElapsedTimer timer;
     timer.start();

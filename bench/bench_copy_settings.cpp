@@ -31,8 +31,8 @@ QStringList Destination_Names() {
 
 // The users and their lists, in either store.
 bool Seed(const QString& path, const QStringList& values) {
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
+    sqlite3* db = hv::bench::Open_Store(path);
+    if (!db)
         return false;
     bool ok = sqlite3_exec(db, "INSERT INTO USER_TBL (USER_ID, USER_NAME) VALUES (1, 'source')", nullptr,
                            nullptr, nullptr) == SQLITE_OK;
@@ -94,8 +94,8 @@ bool Copy_By_Hand(sqlite3* db, const char* select, const char* erase, const char
 }
 
 double Reference(const QString& path) {
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
+    sqlite3* db = hv::bench::Open_Store(path);
+    if (!db)
         return -1;
     std::vector<long long> destinations;
     for (long long d = kSource + 1; d <= kSource + kDestinations; ++d)

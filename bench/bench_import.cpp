@@ -49,8 +49,7 @@ QStringList Make_Values(int rows) {
 bool New_Store(const QString& path, QString* error) {
     if (!hv::Create_Store(path, true, error))
         return false;
-    sqlite3* db = nullptr;
-    sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr);
+    sqlite3* db = hv::bench::Open_Store(path);
     const QByteArray insert =
         QStringLiteral("INSERT INTO USER_TBL (USER_ID, USER_NAME) VALUES (%1, 'bench')").arg(kUser).toUtf8();
     const bool ok = sqlite3_exec(db, insert.constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
@@ -100,14 +99,8 @@ hv::frmWebsiteFilter& Open_Page(Timing* took = nullptr) {
 }
 
 [[gnu::noinline]] Timing Reference(const QString& path, const QStringList& values) {
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK)
-        return {};
-    const Stopwatch watch;
-    const int failed = hv::bench::Insert_Prepared(db, values, kUser);
-    const Timing took = watch.Read();
-    sqlite3_close(db);
-    return failed == 0 ? took : Timing{};
+    return hv::bench::Timed_Insert(
+        path, [&](sqlite3* db) { return hv::bench::Insert_Prepared(db, values, kUser); });
 }
 
 struct Size {
@@ -120,12 +113,9 @@ struct Size {
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    hv::bench::Stores stores;
+    hv::bench::PageBench bench(argc, argv);
+    hv::bench::Stores& stores = bench.stores;
     hv::ScriptedPlatform& platform = stores.platform;
-    // The page reaches the console through its session.
-    hv::Register_All_Forms();
     const QString& refPath = stores.refPath;
     std::vector<Size> sizes;
     for (int rows : {kSmall, kLarge}) {
@@ -141,7 +131,7 @@ int main(int argc, char** argv) {
         sizes.push_back(std::move(size));
     }
 
-    const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : kRounds;
+    const int rounds = hv::bench::Rounds(argc, argv, kRounds);
     for (int round = 1; round <= rounds; ++round) {
         for (Size& size : sizes) {
             QString error;
@@ -152,8 +142,7 @@ int main(int argc, char** argv) {
             const Timing r = Reference(refPath, size.values);
             const Timing o = Page_Import(platform, size.file, size.rows);
             if (r.cpu <= 0 || o.cpu <= 0 || !platform.boxes.empty() || !platform.failure.isEmpty()) {
-                std::fprintf(stderr, "a run failed%s%s\n", platform.boxes.empty() ? "" : ": ",
-                             platform.boxes.empty() ? "" : qPrintable(platform.boxes.front().text));
+                std::fprintf(stderr, "a run failed%s\n", qPrintable(hv::bench::First_Box(platform)));
                 return 1;
             }
             std::printf("round %d, %d rows: reference %.3f s (wall %.3f s), page %.3f s (wall %.3f s)\n",

@@ -43,15 +43,6 @@ QStringList Names() {
     return hv::bench::Numbered_Texts(kUsers, QStringLiteral("TSUSER%1"));
 }
 
-sqlite3* Open(const QString& path) {
-    sqlite3* db = nullptr;
-    if (sqlite3_open_v2(path.toUtf8().constData(), &db, SQLITE_OPEN_READWRITE, nullptr) != SQLITE_OK) {
-        sqlite3_close(db);
-        return nullptr;
-    }
-    return db;
-}
-
 // The reference insert: one statement prepared once, bound per name, one transaction.
 int Insert_Names(sqlite3* db, const QStringList& names) {
     sqlite3_exec(db, "BEGIN DEFERRED TRANSACTION MY_TRANS", nullptr, nullptr, nullptr);
@@ -77,7 +68,7 @@ bool New_Store(const QString& path, const QStringList* users) {
     }
     if (!users)
         return true;
-    sqlite3* db = Open(path);
+    sqlite3* db = hv::bench::Open_Store(path);
     const bool ok = db && Insert_Names(db, *users) == 0;
     sqlite3_close(db);
     return ok;
@@ -107,7 +98,7 @@ public:
     QTreeView view;
     auto* model = new BareModel;
     model->setParent(&view);
-    sqlite3* db = Open(path);
+    sqlite3* db = hv::bench::Open_Store(path);
     if (!db)
         return {};
     sqlite3_stmt* st = nullptr;
@@ -142,14 +133,7 @@ void Drop_Page() {
 // ---- importing
 
 [[gnu::noinline]] Timing Bare_Import(const QString& path, const QStringList& names) {
-    sqlite3* db = Open(path);
-    if (!db)
-        return {};
-    const Stopwatch watch;
-    const int failed = Insert_Names(db, names);
-    const Timing took = watch.Read();
-    sqlite3_close(db);
-    return failed == 0 ? took : Timing{};
+    return hv::bench::Timed_Insert(path, [&](sqlite3* db) { return Insert_Names(db, names); });
 }
 
 [[gnu::noinline]] Timing Page_Import(hv::ScriptedPlatform& platform, const QString& file, int* shown) {
@@ -174,11 +158,9 @@ void Report(const char* what, const Timing& ref, const Timing& ours, double targ
 } // namespace
 
 int main(int argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    hv::bench::Stores stores;
+    hv::bench::PageBench bench(argc, argv);
+    hv::bench::Stores& stores = bench.stores;
     hv::ScriptedPlatform& platform = stores.platform;
-    hv::Register_All_Forms();
     const QString& refPath = stores.refPath;
     const QString ours = hv::Get_Db_Path();
     const QStringList names = Names();
@@ -188,7 +170,7 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
         return 1;
     }
-    const int rounds = argc > 1 ? std::max(1, std::atoi(argv[1])) : kRounds;
+    const int rounds = hv::bench::Rounds(argc, argv, kRounds);
     const int expected = kUsers + 1; // with the "[All Users...]" row
 
     // Opening: both sides read the same store of 10,000 users.
@@ -219,9 +201,8 @@ int main(int argc, char** argv) {
         const Timing o = Page_Import(platform, file, &shown);
         if (!r.Valid() || !o.Valid() || shown != expected || !platform.boxes.empty() ||
             !platform.failure.isEmpty()) {
-            std::fprintf(stderr, "an import failed: %d rows shown%s%s\n", shown,
-                         platform.boxes.empty() ? "" : ", ",
-                         platform.boxes.empty() ? "" : qPrintable(platform.boxes.front().text));
+            std::fprintf(stderr, "an import failed: %d rows shown%s\n", shown,
+                         qPrintable(hv::bench::First_Box(platform)));
             return 1;
         }
         std::printf("import round %d: bare %.4f s (wall %.4f s), page %.4f s (wall %.4f s)\n", round, r.cpu,

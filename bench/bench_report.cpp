@@ -166,9 +166,7 @@ Result Run_Reference(const QString& dir, const QDate& start, const QDate& stop) 
                                .Literal_Text()
                                .toUtf8();
     Clock clock;
-    sqlite3* db = nullptr;
-    sqlite3_open_v2(QDir(dir).filePath(QStringLiteral("hvpolicy.iil")).toUtf8().constData(), &db,
-                    SQLITE_OPEN_READWRITE, nullptr);
+    sqlite3* db = hv::bench::Open_Store(QDir(dir).filePath(QStringLiteral("hvpolicy.iil")));
     sqlite3_stmt* st = nullptr;
     if (sqlite3_prepare_v2(db, sql.constData(), -1, &st, nullptr) != SQLITE_OK)
         Fail("the reference statement does not prepare");

@@ -5,6 +5,7 @@
 #include "platform/Platform.h"
 #include "store/modCommonFuns.h"
 #include "ui/Images.h"
+#include "ui/PageSwitches.h"
 
 namespace hv {
 
@@ -12,7 +13,6 @@ namespace {
 // Design sizes in twips.
 constexpr int kListWidth = 4815;
 constexpr int kListHeight = 4215;
-constexpr int kScrollBarTwips = 250;
 const QString kUserIcon = QStringLiteral("User");
 } // namespace
 
@@ -47,12 +47,10 @@ UserListPage::UserListPage(const UserListDesign& design)
     column->addLayout(entry);
 
     auto* body = new QHBoxLayout;
-    lvwUsers = new ui::ListView(QStringLiteral("lvwUsers"), ui::ListView::Report, holder);
-    lvwUsers->Set_Size_Twips(kListWidth, kListHeight);
-    lvwUsers->Add_Column(QStringLiteral("User Name"), kListWidth - 20);
+    lvwUsers = ui::Make_One_Column_List(QStringLiteral("lvwUsers"), QStringLiteral("User Name"), kListWidth,
+                                        kListHeight, holder);
     lvwUsers->Set_Small_Icons(ilsSmall);
     lvwUsers->Set_Multi_Select(true);
-    lvwUsers->Set_Hide_Selection(false);
     body->addWidget(lvwUsers);
     sideButtons = new QVBoxLayout;
     cmdEdit = new ui::CommandButton(QStringLiteral("cmdEdit"), QStringLiteral("Edit"), holder);
@@ -83,10 +81,7 @@ UserListPage::UserListPage(const UserListDesign& design)
 }
 
 void UserListPage::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 void UserListPage::cmdClose_Click() {
@@ -94,18 +89,14 @@ void UserListPage::cmdClose_Click() {
 }
 
 void UserListPage::Init_Column() {
-    lvwUsers->Set_Column_Width(1, lvwUsers->Width_Twips() - 20);
-}
-
-void UserListPage::Change_Width(int by) {
-    lvwUsers->Set_Column_Width(1, lvwUsers->Column_Width(1) + by);
+    ColumnAllowance::Fill_Width(lvwUsers);
 }
 
 void UserListPage::Add_Row(const QString& name, const QString& key) {
     const int row = lvwUsers->Add(name, kUserIcon);
     lvwUsers->Set_Tag(row, key);
     if (row == m_design.limit)
-        Change_Width(-kScrollBarTwips);
+        ColumnAllowance::Give_Room(lvwUsers);
 }
 
 void UserListPage::Fill_List() {
@@ -125,7 +116,7 @@ void UserListPage::Fill_List() {
         for (int i = 1; i <= int(rows); ++i)
             lvwUsers->Set_Tag(first + i - 1, table.Text(i, 1));
         if (first <= m_design.limit && lvwUsers->Count() >= m_design.limit)
-            Change_Width(-kScrollBarTwips);
+            ColumnAllowance::Give_Room(lvwUsers);
     });
 }
 
@@ -192,7 +183,7 @@ void UserListPage::cmdRemove_Click() {
             if (!m_design.remove(0, tag.toLong()))
                 continue;
             if (lvwUsers->Count() == m_design.limit)
-                Change_Width(kScrollBarTwips);
+                ColumnAllowance::Take_Room_Back(lvwUsers);
             lvwUsers->Remove(i);
         }
     });

@@ -71,8 +71,6 @@ protected:
     static bool Is_Reserved(const QString& tag);
 
 private:
-    void Change_Width(int by);
-
     UserListDesign m_design;
 };
 

@@ -7,6 +7,7 @@
 #include "store/modDBFunctions.h"
 #include "ui/BusyCursor.h"
 #include "ui/Images.h"
+#include "ui/PageSwitches.h"
 #include "ui/Session.h"
 
 #include <QGridLayout>
@@ -22,14 +23,10 @@ constexpr int kListWidthTwips = 3600;
 constexpr int kListHeightTwips = 3360;
 // The destination list shows twelve rows; from the thirteenth its column gives room for the scroll bar.
 constexpr int kScrollBarRows = 13;
-constexpr int kScrollBarTwips = 250;
 
 ui::ListView* Make_Check_List(const QString& name, const QString& column, QWidget* parent) {
-    auto* list = new ui::ListView(name, ui::ListView::Report, parent);
-    list->Set_Size_Twips(kListWidthTwips, kListHeightTwips);
-    list->Add_Column(column, kListWidthTwips - 20);
+    ui::ListView* list = ui::Make_One_Column_List(name, column, kListWidthTwips, kListHeightTwips, parent);
     list->Set_Checkboxes(true);
-    list->Set_Hide_Selection(false);
     return list;
 }
 
@@ -120,10 +117,7 @@ void frmCopySettings::Form_Load() {
 }
 
 void frmCopySettings::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 void frmCopySettings::cmdClose_Click() {
@@ -136,8 +130,7 @@ void frmCopySettings::Set_Form_Caption() {
 }
 
 void frmCopySettings::Set_Controls_Enabled() {
-    cmdCopySettings->setEnabled(!Remote_Mode);
-    fraCopySettings->setEnabled(!Remote_Mode);
+    ui::Enable_Unless_Remote({cmdCopySettings, fraCopySettings});
 }
 
 void frmCopySettings::Fill_Users_In_ComboBox() {
@@ -171,7 +164,7 @@ void frmCopySettings::Fill_Destinations() {
     }
     // Each rebuild gives up the room again, so the column narrows every time.
     if (lvwDestinationUsers->Count() >= kScrollBarRows)
-        lvwDestinationUsers->Set_Column_Width(1, lvwDestinationUsers->Column_Width(1) - kScrollBarTwips);
+        ColumnAllowance::Give_Room(lvwDestinationUsers);
 }
 
 // The last entry after the first with this text; 0 (the first entry) when there is none.

@@ -7,6 +7,7 @@
 #include "store/modCommonFuns.h"
 #include "store/modDBFunctions.h"
 #include "ui/Images.h"
+#include "ui/PageSwitches.h"
 #include "ui/Session.h"
 
 #include <QApplication>
@@ -263,8 +264,7 @@ void frmGeneralOptions::Show_Remote_Settings() {
 
 // The password boxes and Apply stay as they are in either mode.
 void frmGeneralOptions::Set_Controls_Enabled() {
-    for (QWidget* w : std::initializer_list<QWidget*>{optComputer, optUser, lvwClientSettings})
-        w->setEnabled(!Remote_Mode);
+    ui::Enable_Unless_Remote({optComputer, optUser, lvwClientSettings});
     txtServerName->setEnabled(Remote_Mode);
     txtClientPortNo->setEnabled(Remote_Mode);
 }

@@ -8,6 +8,7 @@
 #include "store/modDB.h"
 #include "store/modDBFunctions.h"
 #include "ui/ExeBrowse.h"
+#include "ui/PageSwitches.h"
 #include "ui/Session.h"
 
 #include <QApplication>
@@ -25,7 +26,6 @@ const char* const kWindowTypes[] = {"Do not show any messages (block silently)",
 constexpr int kRedirectType = 3;
 constexpr int kListWidth = 5175;
 constexpr int kListHeight = 2415;
-constexpr int kScrollBarTwips = 250;
 const QString kBypassIcon = QStringLiteral("BypassedExe");
 } // namespace
 
@@ -56,11 +56,9 @@ frmInternetSettings::frmInternetSettings() : ui::ApplyPage(QStringLiteral("frmIn
     cmdBrowseExe = new ui::CommandButton(QStringLiteral("cmdBrowseExe"), QString(), container);
     cmdBrowseExe->Set_Picture(QApplication::style()->standardIcon(QStyle::SP_DirOpenIcon));
     cmdRemove = new ui::CommandButton(QStringLiteral("cmdRemove"), QStringLiteral("Remove"), container);
-    lvwBypassedExe = new ui::ListView(QStringLiteral("lvwBypassedExe"), ui::ListView::Report, container);
-    lvwBypassedExe->Set_Size_Twips(kListWidth, kListHeight);
-    lvwBypassedExe->Add_Column(QStringLiteral("EXE Name"), kListWidth - 20);
+    lvwBypassedExe = ui::Make_One_Column_List(QStringLiteral("lvwBypassedExe"), QStringLiteral("EXE Name"),
+                                              kListWidth, kListHeight, container);
     lvwBypassedExe->Set_Multi_Select(true);
-    lvwBypassedExe->Set_Hide_Selection(false);
     auto* images = new ui::ImageList(QStringLiteral("ilsInternetSettings"), this);
     images->Add(kBypassIcon, QApplication::style()->standardIcon(QStyle::SP_FileIcon));
     lvwBypassedExe->Set_Small_Icons(images);
@@ -104,7 +102,7 @@ void frmInternetSettings::Form_Load() {
     Guarded([this] {
         m_intScrollRows = 8;
         Set_Caption(QStringLiteral("Internet Settings - ") + Current_User_Text());
-        lvwBypassedExe->Set_Column_Width(1, lvwBypassedExe->Width_Twips() - 20);
+        ColumnAllowance::Fill_Width(lvwBypassedExe);
         Set_Tool_Tips();
         for (const char* type : kWindowTypes)
             cboWindowType->Add_Item(QLatin1String(type));
@@ -148,12 +146,12 @@ void frmInternetSettings::Load_Bypass_List() {
     for (int i = 1; i <= table.Rows(); ++i)
         lvwBypassedExe->Add(table.Text(i, 0), kBypassIcon);
     if (lvwBypassedExe->Count() == m_intScrollRows)
-        lvwBypassedExe->Set_Column_Width(1, lvwBypassedExe->Column_Width(1) - kScrollBarTwips);
+        ColumnAllowance::Give_Room(lvwBypassedExe);
 }
 
 void frmInternetSettings::Set_Controls_Enabled() {
-    Enable_Unless_Remote({cmdAdd, cmdRemove, cmdApply, cmdBrowseExe, txtBlMessage, txtByPassedExe,
-                          txtRedirectUrl, cboWindowType});
+    ui::Enable_Unless_Remote({cmdAdd, cmdRemove, cmdApply, cmdBrowseExe, txtBlMessage, txtByPassedExe,
+                              txtRedirectUrl, cboWindowType});
 }
 
 // The hidden box keeps its text, and Apply saves it too.
@@ -183,16 +181,20 @@ bool frmInternetSettings::Add_Bypass(StoreBatch& batch, const QString& exe) {
         return false;
     lvwBypassedExe->Add(exe, kBypassIcon);
     if (lvwBypassedExe->Count() == m_intScrollRows)
-        lvwBypassedExe->Set_Column_Width(1, lvwBypassedExe->Column_Width(1) - kScrollBarTwips);
+        ColumnAllowance::Give_Room(lvwBypassedExe);
     return true;
 }
 
-void frmInternetSettings::End_Batch(StoreBatch& batch, bool failed) {
-    if (batch.Close() && !failed)
-        return;
+void frmInternetSettings::Reload_Bypass_List() {
     lvwBypassedExe->Clear();
-    lvwBypassedExe->Set_Column_Width(1, lvwBypassedExe->Width_Twips() - 20);
+    ColumnAllowance::Fill_Width(lvwBypassedExe);
     Load_Bypass_List();
+}
+
+void frmInternetSettings::End_Batch(StoreBatch& batch, bool failed) {
+    // A failed commit has reloaded the list through the batch already.
+    if (batch.Close() && failed)
+        Reload_Bypass_List();
 }
 
 void frmInternetSettings::cmdAdd_Click() {
@@ -208,7 +210,7 @@ void frmInternetSettings::cmdAdd_Click() {
         txtByPassedExe->selectAll();
         return;
     }
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload_Bypass_List(); });
     batch.Open();
     const bool added = Add_Bypass(batch, exe);
     if (added) {
@@ -219,7 +221,7 @@ void frmInternetSettings::cmdAdd_Click() {
 }
 
 void frmInternetSettings::cmdBrowseExe_Click() {
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload_Bypass_List(); });
     bool failed = false;
     try {
         ui::Browse_For_Exes(cmnDialogBrowse, batch, *lvwBypassedExe, [&](const QString& name) {
@@ -237,7 +239,7 @@ void frmInternetSettings::cmdRemove_Click() {
     if (MsgBox(QStringLiteral("Are you sure you want to delete the selected Exe(s)?"), MsgStyle::Question,
                MsgButtons::YesNo) != MsgAnswer::Yes)
         return;
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload_Bypass_List(); });
     batch.Open();
     bool failed = false;
     const Subject subject = Current_Subject();
@@ -250,7 +252,7 @@ void frmInternetSettings::cmdRemove_Click() {
             continue;
         }
         if (lvwBypassedExe->Count() == m_intScrollRows)
-            lvwBypassedExe->Set_Column_Width(1, lvwBypassedExe->Column_Width(1) + kScrollBarTwips);
+            ColumnAllowance::Take_Room_Back(lvwBypassedExe);
         lvwBypassedExe->Remove(i);
     }
     End_Batch(batch, failed);

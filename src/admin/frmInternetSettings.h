@@ -44,8 +44,10 @@ private:
 
     // Writes one program in the open batch and shows its row; false when the store refused it.
     bool Add_Bypass(StoreBatch& batch, const QString& exe);
-    // Ends a press's batch. After a statement or the commit failed, the list is loaded again from the
-    // store, so that it shows what was really saved.
+    // The list as the store holds it: what a batch runs after its commit failed.
+    void Reload_Bypass_List();
+    // Ends a press's batch. After a statement failed too, the list is loaded again from the store, so
+    // that it shows what was really saved.
     void End_Batch(StoreBatch& batch, bool failed);
 
     // The row count at which the list needs its scroll bar.

@@ -7,11 +7,12 @@
 #include "platform/Platform.h"
 #include "store/modCommonFuns.h"
 #include "store/modDBFunctions.h"
+#include "ui/BusyCursor.h"
 #include "ui/ListFind.h"
+#include "ui/PageSwitches.h"
 #include "ui/Session.h"
 
 #include <QApplication>
-#include <QGuiApplication>
 #include <QStyle>
 #include <algorithm>
 
@@ -19,7 +20,7 @@ namespace hv {
 
 namespace {
 const QString kFileFilter = QStringLiteral("Text Files|*.txt|All Files|*.*");
-// An import lets the window repaint every so many names.
+// An import looks at the clock every so many names, to let the window repaint.
 constexpr int kNamesBetweenEvents = 500;
 } // namespace
 
@@ -65,8 +66,7 @@ void frmManageUsers::Form_Unload(int& Cancel) {
 }
 
 void frmManageUsers::Set_Controls_Enabled() {
-    cmdRemove->setEnabled(!Remote_Mode);
-    cmdEdit->setEnabled(!Remote_Mode);
+    ui::Enable_Unless_Remote({cmdRemove, cmdEdit});
 }
 
 void frmManageUsers::Fill_Users_List() {
@@ -153,13 +153,13 @@ void frmManageUsers::Import_File() {
     // store refuses commits those before it and the import goes on in a new transaction. The list is read
     // again from the store when anything failed, so that it shows what was kept. A store that cannot be
     // opened is reported once and ends the import.
-    StoreBatch batch;
+    StoreBatch batch([this] { Reload_List(); });
     ui::WholeWordIndex listed;
     bool failed = false;
     bool opened = false;
     frameManageUsers->setEnabled(false);
     cmdClose->setEnabled(false);
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    ui::BusyCursor busy;
     try {
         opened = batch.Open() != 0;
         ListFileInput file(cmdlgMain.FileName);
@@ -176,9 +176,8 @@ void frmManageUsers::Import_File() {
             } importing{this};
             m_batch = &batch;
             m_listed = &listed;
-            for (int n = 1; !reader.Eof(); ++n) {
-                if (n % kNamesBetweenEvents == 0)
-                    platform().Do_Events();
+            while (!reader.Eof()) {
+                busy.Let_Paint(kNamesBetweenEvents);
                 // Imported names are upper case, and a refused one passes without a word; a name with a NUL
                 // in it is no name.
                 const ListField field = reader.Next_Field();
@@ -194,11 +193,9 @@ void frmManageUsers::Import_File() {
     } catch (const RunTimeFailure&) {
         Report_Error();
     }
-    if (!batch.Close() && opened)
-        failed = true;
-    if (failed)
+    // A failed commit reloads the list through the batch; a refused name asks for the same here.
+    if (batch.Close() && failed)
         Reload_List();
-    QGuiApplication::restoreOverrideCursor();
     cmdClose->setEnabled(true);
     frameManageUsers->setEnabled(true);
     Set_Controls_Enabled();

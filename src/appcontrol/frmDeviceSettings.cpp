@@ -4,6 +4,7 @@
 #include "core/modGlobal.h"
 #include "store/modDBFunctions.h"
 #include "ui/Images.h"
+#include "ui/PageSwitches.h"
 #include "ui/Session.h"
 
 #include <QFrame>
@@ -160,7 +161,7 @@ void frmDeviceSettings::Load_State() {
 }
 
 void frmDeviceSettings::Set_Controls_Enabled() {
-    Enable_Unless_Remote({cmdApply});
+    ui::Enable_Unless_Remote({cmdApply});
     for (Device* d : Devices())
         for (ui::OptionButton* opt : d->opt)
             opt->setEnabled(!Remote_Mode);

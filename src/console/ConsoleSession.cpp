@@ -1,7 +1,6 @@
 #include "console/ConsoleSession.h"
 
 #include "console/frmMain.h"
-#include "platform/Err.h"
 #include "ui/Forms.h"
 
 namespace hv {
@@ -18,10 +17,7 @@ Subject ConsoleSession::Current_Subject() {
     frmMain& main = Loaded_Main();
     Subject s;
     s.computerId = main.m_lngComputerID;
-    bool ok = false;
-    s.userId = ui::Tag(main.cboUsers).trimmed().toLong(&ok);
-    if (!ok)
-        Err().Raise(errnum::TypeMismatch);
+    s.userId = ui::Tag_Number(main.cboUsers);
     return s;
 }
 

@@ -12,7 +12,6 @@
 namespace hv {
 
 namespace {
-constexpr int kEscape = 27;
 constexpr int kLogoSize = 64;
 } // namespace
 
@@ -70,10 +69,7 @@ void frmAbout::Form_Load() {
 }
 
 void frmAbout::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == kEscape) {
-        KeyAscii = 0;
-        cmdOK_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdOK_Click(); });
 }
 
 void frmAbout::cmdOK_Click() {

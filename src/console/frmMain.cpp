@@ -5,7 +5,6 @@
 #include "core/Version.h"
 #include "core/WebSite.h"
 #include "core/clsLog.h"
-#include "platform/Err.h"
 #include "platform/Platform.h"
 #include "store/modCommonFuns.h"
 #include "store/modDB.h"
@@ -30,15 +29,6 @@ constexpr int kEnter = 13;
 constexpr int kSideBarWidth = 260;
 constexpr int kFeatureIcon = 48;
 constexpr QSize kFeatureCell(116, 100);
-
-// The number a control's Tag holds; a blank or non-numeric tag is a type mismatch.
-long Tag_Number(const QObject* control) {
-    bool ok = false;
-    const long n = ui::Tag(control).trimmed().toLong(&ok);
-    if (!ok)
-        Err().Raise(errnum::TypeMismatch);
-    return n;
-}
 
 // The look that does not change at run time: cards in the side bar, the headers of the feature groups,
 // flat icon views. The colours the console sets at load come on top of it.
@@ -323,7 +313,7 @@ void frmMain::Get_Working_Mode() {
 void frmMain::Get_Internet_Mode() {
     Guarded([&] {
         const long computerId = m_lngComputerID;
-        const long userId = Tag_Number(cboUsers);
+        const long userId = ui::Tag_Number(cboUsers);
         long value = 0;
         if (Get_Internet_On_Off(computerId, userId, value)) {
             if (value == 0)
@@ -343,7 +333,7 @@ void frmMain::Fill_Users_In_ComboBox() {
         // operating-system user, whoever was selected before.
         if (!ui::Tag(cboUsers).isEmpty()) {
             QString name;
-            Get_User_Name(m_lngComputerID, Tag_Number(cboUsers), name);
+            Get_User_Name(m_lngComputerID, ui::Tag_Number(cboUsers), name);
         }
 
         cboUsers->Clear_Items();

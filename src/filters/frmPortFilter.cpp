@@ -291,7 +291,7 @@ void frmPortFilter::Add_Port_Rule(const Frame& f) {
             const Subject subject = Current_Subject();
             if (Add_Port(port, code, protocol, subject.computerId, subject.userId)) {
                 if (f.list->Count() == 20)
-                    f.list->Set_Column_Width(2, f.list->Column_Width(2) - ColumnAllowance::kScrollBarTwips);
+                    ColumnAllowance::Give_Room(f.list, 2);
                 const int row = f.list->Add(f.filter->Text(), kIconKey);
                 f.list->Set_Sub_Item(row, 1, protocol);
                 f.list->Set_Sub_Item(row, 2, QString::number(port));

@@ -16,8 +16,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <climits>
-#include <utility>
 #include <optional>
+#include <utility>
 
 namespace hv {
 
@@ -62,7 +62,7 @@ RuleList::RuleList(const RuleListSpec& s, ui::TextBox* text, ui::ListView* list,
 }
 
 void RuleList::Init_Column() {
-    lvw->Set_Column_Width(1, lvw->Width_Twips() - 20);
+    ColumnAllowance::Fill_Width(lvw);
 }
 
 void RuleList::Load_List() {
@@ -290,10 +290,7 @@ void RuleListPage::cmdClose_Click() {
 }
 
 void RuleListPage::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 void RuleListPage::Check_Silently(ui::CheckBox* box, int value) {
@@ -328,11 +325,9 @@ void RuleListPage::Load_Panel_Pictures(const Panel& p, ui::ImageList* images) {
 }
 
 ui::ListView* RuleListPage::Make_List(const QString& name, const RuleListSpec& spec, QWidget* parent) {
-    auto* list = new ui::ListView(name, ui::ListView::Report, parent);
-    list->Set_Size_Twips(spec.widthTwips, spec.heightTwips);
-    list->Add_Column(spec.columnCaption, spec.widthTwips - 20);
+    ui::ListView* list =
+        ui::Make_One_Column_List(name, spec.columnCaption, spec.widthTwips, spec.heightTwips, parent);
     list->Set_Multi_Select(true);
-    list->Set_Hide_Selection(false);
     return list;
 }
 

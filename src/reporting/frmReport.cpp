@@ -9,10 +9,10 @@
 #include "reporting/model/clsHTML.h"
 #include "store/modDB.h"
 #include "ui/BusyCursor.h"
+#include "ui/CommonDialog.h"
 #include "ui/Forms.h"
 #include "ui/Session.h"
 
-#include <QDir>
 #include <QGroupBox>
 #include <QLocale>
 
@@ -290,12 +290,8 @@ void frmReport::Export_Report(ui::ListView* list) {
     clsHTML html;
     // A Cancel is not told apart: the export goes on with the name the dialog was given, in the current
     // folder.
-    if (!answer.cancelled && !answer.files.isEmpty()) {
-        const QString& file = answer.files.front();
-        fileName = answer.directory.isEmpty() || QDir::isAbsolutePath(file)
-                       ? file
-                       : QDir(answer.directory).filePath(file);
-    }
+    if (!answer.cancelled && !answer.files.isEmpty())
+        fileName = First_Chosen_Path(answer);
     fileName += QStringLiteral(".html");
     ui::BusyCursor busy;
     html.SaveListViewToFile(ListSheet(*list, busy), fileName, QString(), QStringLiteral("HTML"),
@@ -322,10 +318,7 @@ void frmReport::Form_QueryUnload(int& Cancel, int UnloadMode) {
 }
 
 void frmReport::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 } // namespace hv

@@ -7,6 +7,7 @@
 #include "reporting/model/ReportKinds.h"
 #include "store/modDBFunctions.h"
 #include "ui/Forms.h"
+#include "ui/PageSwitches.h"
 #include "ui/Session.h"
 
 #include <QGridLayout>
@@ -26,7 +27,8 @@ ui::Label* Add_Row(QGridLayout* grid, int row, const char* name, const QString& 
     return label;
 }
 
-int Tag_Number(const QObject* control) {
+// The index a combo box keeps in its Tag; one not chosen yet reads 0.
+int Chosen_Index(const QObject* control) {
     return ui::Tag(control).toInt();
 }
 
@@ -102,16 +104,16 @@ QGroupBox* frmReporting::Frame(const char* name, const QString& caption) {
 }
 
 int frmReporting::Report_Type() const {
-    return Tag_Number(cboReportingType);
+    return Chosen_Index(cboReportingType);
 }
 int frmReporting::Filter_Type() const {
-    return Tag_Number(cboFilterType);
+    return Chosen_Index(cboFilterType);
 }
 int frmReporting::Sort_By() const {
-    return Tag_Number(cboSortBy);
+    return Chosen_Index(cboSortBy);
 }
 int frmReporting::Sorting_Mode() const {
-    return Tag_Number(cboSortingMode);
+    return Chosen_Index(cboSortingMode);
 }
 
 void frmReporting::Form_Load() {
@@ -127,7 +129,7 @@ void frmReporting::Form_Load() {
         const report::Kind& kind = report::Kind_At(cboReportingType->ListIndex());
         if (Is_Feature_Bit_Set(subject.computerId, subject.userId, kind.bit)) {
             chkEnableReporting->setText(QLatin1String(kind.checkCaption));
-            Show_Switch(1);
+            ui::Check_Silently(chkEnableReporting, 1);
         }
     });
 }
@@ -144,17 +146,8 @@ void frmReporting::Set_Form_Caption() {
     Set_Caption(QStringLiteral("Reporting - ") + Current_User_Text());
 }
 
-void frmReporting::Show_Switch(int value) {
-    ui::Set_Tag(chkEnableReporting, QLatin1String(kDontSaveToDB));
-    chkEnableReporting->Set_Value(value);
-    ui::Set_Tag(chkEnableReporting, QString());
-}
-
 void frmReporting::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 void frmReporting::Form_QueryUnload(int& Cancel, int UnloadMode) {
@@ -169,15 +162,14 @@ void frmReporting::cboReportingType_Click() {
     const report::Kind& kind = report::Kind_At(type);
     cboFilterType->Clear_Items();
     cboSortBy->Clear_Items();
-    ui::Set_Tag(chkEnableReporting, QLatin1String(kDontSaveToDB));
     for (const report::Filter& f : kind.filters)
         cboFilterType->Add_Item(QLatin1String(f.entry));
     for (const QString& caption : kind.sortBy)
         cboSortBy->Add_Item(caption);
     const Subject subject = Current_Subject();
-    chkEnableReporting->Set_Value(Is_Feature_Bit_Set(subject.computerId, subject.userId, kind.bit) ? 1 : 0);
+    ui::Check_Silently(chkEnableReporting,
+                       Is_Feature_Bit_Set(subject.computerId, subject.userId, kind.bit) ? 1 : 0);
     chkEnableReporting->setText(QLatin1String(kind.checkCaption));
-    ui::Set_Tag(chkEnableReporting, QString());
     cboFilterType->Set_ListIndex(0);
     ui::Set_Tag(cboReportingType, QString::number(type));
 }
@@ -205,21 +197,10 @@ void frmReporting::cboSortingMode_Click() {
 }
 
 void frmReporting::chkEnableReporting_Click() {
-    if (ui::Tag(chkEnableReporting) == QLatin1String(kDontSaveToDB))
-        return;
+    // The question names the box by its whole caption, "Enable" and all; the bit is the chosen kind's.
     Guarded([this] {
-        const bool on = chkEnableReporting->Value() == 1;
-        // The question names the box by its whole caption, "Enable" and all.
-        const QString question = (on ? QStringLiteral("Are you sure you want to enable the ")
-                                     : QStringLiteral("Are you sure you want to disable the ")) +
-                                 chkEnableReporting->text() + u'?';
-        if (MsgBox(question, MsgStyle::Question, MsgButtons::YesNo) != MsgAnswer::Yes) {
-            Show_Switch(on ? 0 : 1);
-            return;
-        }
-        const Subject subject = Current_Subject();
-        Set_Feature_Bit(on, report::Kind_At(cboReportingType->ListIndex()).bit, subject.computerId,
-                        subject.userId);
+        ui::Enable_Feature_Click(chkEnableReporting, chkEnableReporting->text(),
+                                 report::Kind_At(cboReportingType->ListIndex()).bit);
     });
 }
 

@@ -51,8 +51,6 @@ protected:
 private:
     void Set_Controls_Enabled();
     void Set_Form_Caption();
-    // Ticks or unticks the switch from code, without a question and without a write.
-    void Show_Switch(int value);
     QGroupBox* Frame(const char* name, const QString& caption);
 
     bool m_creating = false;

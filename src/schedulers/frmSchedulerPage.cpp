@@ -2,7 +2,6 @@
 
 #include "core/clsLog.h"
 #include "core/modGlobal.h"
-#include "platform/Err.h"
 #include "platform/Platform.h"
 #include "store/Bits.h"
 #include "store/modDBFunctions.h"
@@ -36,14 +35,6 @@ const QString kMonthly = QStringLiteral("Monthly");
 
 QString S(const char* text) {
     return QLatin1String(text);
-}
-
-long Tag_Id(const QString& tag) {
-    bool ok = false;
-    const long id = tag.trimmed().toLong(&ok);
-    if (!ok)
-        Err().Raise(errnum::TypeMismatch);
-    return id;
 }
 
 void Fix_Width(QWidget* w, int twips) {
@@ -356,7 +347,7 @@ ResultTable SchedulerPage::Add_Schedule_Row(const ScheduleCandidate& c) {
 void SchedulerPage::Update_Schedule_Row(const ScheduleCandidate& c) {
     long dwm = 0, weekdays = 0, months = 0;
     Masks(dwm, weekdays, months);
-    Update_Schedule(Tag_Id(ui::Tag(cboScheduler)), d.rules.subType, dwm, weekdays, months, c.from, c.to);
+    Update_Schedule(ui::Tag_Number(ui::Tag(cboScheduler)), d.rules.subType, dwm, weekdays, months, c.from, c.to);
 }
 
 int SchedulerPage::First_Selected_Row() const {
@@ -473,7 +464,7 @@ void SchedulerPage::cmdRemove_Click() {
     for (int i = 1; i <= count; ++i) {
         if (!lvwSchedules->Selected(i))
             continue;
-        if (Remove_Schedule(Tag_Id(lvwSchedules->Tag(i)))) {
+        if (Remove_Schedule(ui::Tag_Number(lvwSchedules->Tag(i)))) {
             lvwSchedules->Remove(i);
             --i;
             --count;
@@ -483,10 +474,7 @@ void SchedulerPage::cmdRemove_Click() {
 }
 
 void SchedulerPage::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    ui::Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 void SchedulerPage::cmdClose_Click() {

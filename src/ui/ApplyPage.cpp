@@ -2,7 +2,6 @@
 
 #include "core/WebSite.h"
 #include "core/clsLog.h"
-#include "core/modGlobal.h"
 #include "platform/Platform.h"
 
 namespace hv::ui {
@@ -16,10 +15,7 @@ ApplyPage::ApplyPage(const QString& formName) : Form(formName) {
 }
 
 void ApplyPage::Form_KeyPress(int& KeyAscii) {
-    if (KeyAscii == 27) {
-        KeyAscii = 0;
-        cmdClose_Click();
-    }
+    Close_On_Esc(KeyAscii, [this] { cmdClose_Click(); });
 }
 
 QHBoxLayout* ApplyPage::Button_Row(bool withHomeSite) {
@@ -40,11 +36,6 @@ QHBoxLayout* ApplyPage::Button_Row(bool withHomeSite) {
 void ApplyPage::Saved(const QString& message) {
     cmdApply->setEnabled(false);
     MsgBox(message, MsgStyle::Information);
-}
-
-void ApplyPage::Enable_Unless_Remote(std::initializer_list<QWidget*> controls) {
-    for (QWidget* w : controls)
-        w->setEnabled(!Remote_Mode);
 }
 
 } // namespace hv::ui

@@ -6,7 +6,6 @@
 #include "ui/Form.h"
 
 #include <QHBoxLayout>
-#include <initializer_list>
 
 namespace hv::ui {
 
@@ -32,8 +31,6 @@ protected:
     void Mark_Changed() { cmdApply->setEnabled(true); }
     // After a save that went through: the page holds nothing unsaved any more, and says so.
     void Saved(const QString& message);
-    // Enabled unless the session is in Remote Mode.
-    static void Enable_Unless_Remote(std::initializer_list<QWidget*> controls);
 };
 
 } // namespace hv::ui

@@ -29,11 +29,8 @@ private:
 } // namespace
 
 CheckListView::CheckListView(const QString& name, QWidget* form, int widthTwips, int heightTwips)
-    : lvw(new ListView(name, ListView::Report, form)) {
-    lvw->Set_Size_Twips(widthTwips, heightTwips);
-    lvw->Add_Column(QString(), widthTwips - 20);
+    : lvw(Make_One_Column_List(name, QString(), widthTwips, heightTwips, form)) {
     lvw->Set_Checkboxes(true);
-    lvw->Set_Hide_Selection(false);
     lvw->hide();
 }
 

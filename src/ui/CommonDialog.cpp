@@ -6,6 +6,12 @@
 
 namespace hv {
 
+QString First_Chosen_Path(const FileDialogAnswer& answer) {
+    const QString& file = answer.files.front();
+    return answer.directory.isEmpty() || QDir::isAbsolutePath(file) ? file
+                                                                    : QDir(answer.directory).filePath(file);
+}
+
 void CommonDialog::Show(bool save) {
     FileDialogRequest request;
     request.save = save;
@@ -17,10 +23,7 @@ void CommonDialog::Show(bool save) {
     if (answer.cancelled || answer.files.isEmpty())
         return;
     if (answer.files.size() == 1) {
-        const QString& file = answer.files.front();
-        FileName = (answer.directory.isEmpty() || QDir::isAbsolutePath(file))
-                       ? file
-                       : QDir(answer.directory).filePath(file);
+        FileName = First_Chosen_Path(answer);
         return;
     }
     FileName = answer.directory + QChar(0) + answer.files.join(QChar(0));

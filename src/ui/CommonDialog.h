@@ -8,6 +8,11 @@
 
 namespace hv {
 
+struct FileDialogAnswer;
+
+// The first file a dialog's answer names, as a full path: a bare name lies in the answer's folder.
+QString First_Chosen_Path(const FileDialogAnswer& answer);
+
 class CommonDialog final {
 public:
     static constexpr long cdlOFNAllowMultiselect = 0x200;

@@ -1,5 +1,6 @@
 #include "ui/Form.h"
 
+#include "platform/Err.h"
 #include "platform/Platform.h"
 #include "ui/Controls.h"
 #include "ui/Forms.h"
@@ -362,6 +363,18 @@ QString Tag(const QObject* o) {
 void Set_Tag(QObject* o, const QString& tag) {
     if (o)
         o->setProperty("hvTag", tag);
+}
+
+long Tag_Number(const QString& tag) {
+    bool ok = false;
+    const long n = tag.trimmed().toLong(&ok);
+    if (!ok)
+        Err().Raise(errnum::TypeMismatch);
+    return n;
+}
+
+long Tag_Number(const QObject* o) {
+    return Tag_Number(Tag(o));
 }
 
 } // namespace hv::ui

@@ -93,6 +93,14 @@ int Route_Key(QWidget* target, int KeyAscii);
 // Tab to the next control); used after Route_Key for keys that were not swallowed.
 void Default_Key_Action(QWidget* target, int KeyAscii);
 
+// Esc on a page that previews keys: the key is swallowed and the page's own Close runs.
+inline void Close_On_Esc(int& KeyAscii, const std::function<void()>& close) {
+    if (KeyAscii == 27) {
+        KeyAscii = 0;
+        close();
+    }
+}
+
 // A control's KeyPress event; any widget can carry one.
 void Set_KeyPress(QWidget* control, std::function<void(int& KeyAscii)> handler);
 // GotFocus / LostFocus events of a control.
@@ -108,5 +116,9 @@ void Click_Focus(QWidget* control);
 // The Tag of a control, menu item or any object (an empty text when never set).
 QString Tag(const QObject* o);
 void Set_Tag(QObject* o, const QString& tag);
+// A Tag read as the whole number it holds, blanks around ignored; a blank or non-numeric Tag raises "Type
+// mismatch" (13).
+long Tag_Number(const QString& tag);
+long Tag_Number(const QObject* o);
 
 } // namespace hv::ui

@@ -559,6 +559,15 @@ bool ListView::eventFilter(QObject* watched, QEvent* event) {
 
 // ---- the pages' list helpers
 
+ListView* Make_One_Column_List(const QString& name, const QString& caption, int widthTwips, int heightTwips,
+                               QWidget* parent) {
+    auto* list = new ListView(name, ListView::Report, parent);
+    list->Set_Size_Twips(widthTwips, heightTwips);
+    list->Add_Column(caption, widthTwips - 20);
+    list->Set_Hide_Selection(false);
+    return list;
+}
+
 bool Is_Text_In_ListView(const QString& text, const ListView& list) {
     const QString wanted = text.toLower();
     for (int i = 1; i <= list.Count(); ++i)

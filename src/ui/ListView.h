@@ -131,6 +131,11 @@ private:
     int m_editIndex = 0;
 };
 
+// The pages' one-column lists: a report list of its design size whose column is as wide as the list less
+// its 20-twip border, and whose selection stays shown when the focus goes elsewhere.
+ListView* Make_One_Column_List(const QString& name, const QString& caption, int widthTwips, int heightTwips,
+                               QWidget* parent);
+
 // The duplicate tests of the pages: they look at what a list shows.
 // True at the first item whose text equals the text, both sides in lower case.
 bool Is_Text_In_ListView(const QString& text, const ListView& list);

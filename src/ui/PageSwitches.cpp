@@ -9,26 +9,32 @@
 
 namespace hv {
 
-namespace {
-void Change_Width(ui::ListView* list, int column, int by) {
-    list->Set_Column_Width(column, list->Column_Width(column) + by);
+void ColumnAllowance::Give_Room(ui::ListView* list, int column) {
+    list->Set_Column_Width(column, list->Column_Width(column) - kScrollBarTwips);
 }
-} // namespace
+
+void ColumnAllowance::Fill_Width(ui::ListView* list) {
+    list->Set_Column_Width(1, list->Width_Twips() - 20);
+}
+
+void ColumnAllowance::Take_Room_Back(ui::ListView* list, int column) {
+    list->Set_Column_Width(column, list->Column_Width(column) + kScrollBarTwips);
+}
 
 void ColumnAllowance::After_Load() const {
     if (list->Count() > limit)
-        Change_Width(list, column, -kScrollBarTwips);
+        Give_Room(list, column);
 }
 
 void ColumnAllowance::Before_Add(int rowsNow) const {
     if (cumulative ? rowsNow > limit : rowsNow == limit)
-        Change_Width(list, column, -kScrollBarTwips);
+        Give_Room(list, column);
 }
 
 void ColumnAllowance::After_Remove() const {
     const int rows = list->Count();
     if (cumulative ? rows <= limit : rows == limit)
-        Change_Width(list, column, kScrollBarTwips);
+        Take_Room_Back(list, column);
 }
 
 namespace ui {

@@ -17,6 +17,12 @@ struct ColumnAllowance {
     bool cumulative = false;
 
     static constexpr int kScrollBarTwips = 250;
+    // The column gives up the scroll bar's room, or takes it back: for pages that count their rows
+    // themselves.
+    static void Give_Room(ui::ListView* list, int column = 1);
+    // A list's only column as wide as the list less its 20-twip border, with no room given up.
+    static void Fill_Width(ui::ListView* list);
+    static void Take_Room_Back(ui::ListView* list, int column = 1);
 
     void After_Load() const;            // a list loaded with more than the limit
     void Before_Add(int rowsNow) const; // a row is about to go in

@@ -3,6 +3,8 @@
 #include "admintool/AdminStore.h"
 #include "admintool/Cli.h"
 #include "admintool/Lists.h"
+#include "core/TimeOfDay.h"
+#include "schedulers/model/Schedules.h"
 #include "store/Statements.h"
 #include "store/modCommonFuns.h"
 #include "store/modDB.h"
@@ -171,8 +173,9 @@ struct Checker {
     }
 };
 
+// Rows copied between users carry seconds; both forms are times of day.
 bool Is_Time(const QString& t) {
-    return t.size() == 5 && QTime::fromString(t, QStringLiteral("HH:mm")).isValid();
+    return Time_Of_Day(t).isValid();
 }
 
 void Check_Settings(Checker& c, const QJsonObject& s) {
@@ -191,6 +194,52 @@ void Check_Settings(Checker& c, const QJsonObject& s) {
         const long port = s.value(QStringLiteral("clientPort")).toString().toLong(&ok);
         if (!ok || !Is_Valid_Port(port))
             c.Fail(where + QStringLiteral(".clientPort"), QStringLiteral("Please enter a valid port number"));
+    }
+}
+
+// Each user's windows are judged as the scheduler pages would judge them added one after another: a file
+// cannot bring in what the console would refuse.
+void Check_Windows(Checker& c, const QJsonArray& schedules, const QString& where) {
+    for (const SchedulerRules* rules : {&Internet_Scheduler_Rules(), &Application_Scheduler_Rules()}) {
+        std::vector<ScheduleRow> rows;
+        for (int i = 0; i < schedules.size(); ++i) {
+            const QJsonObject s = schedules[i].toObject();
+            if (long(s.value(QStringLiteral("scheduler")).toDouble()) != rules->family)
+                continue;
+            const auto n = [&](const char* key) { return long(s.value(QLatin1String(key)).toDouble()); };
+            const ScheduleRow row = Stored_Schedule_Row(
+                QString::number(i), n("repeat"), s.value(QStringLiteral("from")).toString(),
+                s.value(QStringLiteral("to")).toString(), n("weekdays"), n("months"));
+            ScheduleCandidate candidate{.from = row.from,
+                                        .to = row.to,
+                                        .type = row.type,
+                                        .dayText = QString(),
+                                        .monthText = QString(),
+                                        .editTag = QString()};
+            Weekday_Mask_To_Text(n("weekdays"), candidate.dayText);
+            Month_Mask_To_Text(n("months"), candidate.monthText);
+            const QString selection = n("repeat") == SCHEDULE_WEEKLY    ? candidate.dayText
+                                      : n("repeat") == SCHEDULE_MONTHLY ? candidate.monthText
+                                                                        : QString();
+            const QString at = where + QStringLiteral(".schedules[%1]").arg(i);
+            switch (Judge_Schedule(candidate, selection, rows, true, rules->conflicts)) {
+            case ScheduleVerdict::ToBeforeFrom:
+                c.Fail(at, QLatin1String(rules->toMessage));
+                break;
+            case ScheduleVerdict::NoSelection:
+                c.Fail(at, QStringLiteral("a Weekly or Monthly window needs its days or months"));
+                break;
+            case ScheduleVerdict::Conflict:
+                c.Fail(at, QLatin1String(rules->conflictMessage));
+                break;
+            case ScheduleVerdict::Limit:
+                c.Fail(at, Schedule_Limit_Message());
+                break;
+            case ScheduleVerdict::Accepted:
+                rows.push_back(row);
+                break;
+            }
+        }
     }
 }
 
@@ -241,6 +290,7 @@ void Check_User(Checker& c, const QJsonObject& u, const QString& where) {
             if (c.Text(s, key, at) && !Is_Time(s.value(key).toString()))
                 c.Fail(at + u'.' + key, QStringLiteral("a time as HH:mm is needed"));
     }
+    Check_Windows(c, schedules, where);
 }
 
 QJsonObject Read_Document(const QString& path) {

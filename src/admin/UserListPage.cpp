@@ -1,4 +1,5 @@
 #include "admin/UserListPage.h"
+#include "admin/model/AdminWords.h"
 
 #include "core/clsLog.h"
 #include "platform/Err.h"
@@ -153,7 +154,7 @@ void UserListPage::lvwUsers_AfterLabelEdit(int& Cancel, QString& NewString) {
             return;
         }
         if (ui::Is_Text_In_ListView(NewString, *lvwUsers)) {
-            MsgBox(QStringLiteral("User name already exists!"), MsgStyle::Exclamation);
+            MsgBox(QLatin1String(kRenamedUserExists), MsgStyle::Exclamation);
             Cancel = 1;
             return;
         }
@@ -175,9 +176,7 @@ void UserListPage::cmdRemove_Click() {
                 continue;
             const QString tag = lvwUsers->Tag(i);
             if (Is_Reserved(tag)) {
-                MsgBox(QStringLiteral("You cannot delete User Name '") + lvwUsers->Text(i) +
-                           QStringLiteral("'!"),
-                       MsgStyle::Exclamation);
+                MsgBox(Cannot_Delete_User(lvwUsers->Text(i)), MsgStyle::Exclamation);
                 continue;
             }
             if (!m_design.remove(0, tag.toLong()))

@@ -1,4 +1,5 @@
 #include "admin/frmExceptionList.h"
+#include "admin/model/AdminWords.h"
 
 #include "core/WebSite.h"
 #include "core/clsLog.h"
@@ -45,13 +46,13 @@ void frmExceptionList::cmdAdd_Click() {
 void frmExceptionList::Add_Exception_Name() {
     const QString name = Trim_Blanks(txtUsers->Text());
     if (!Is_Valid_User_Name(name)) {
-        MsgBox(QStringLiteral("Please enter a valid User Name!"), MsgStyle::Exclamation);
+        MsgBox(QLatin1String(kInvalidUserName), MsgStyle::Exclamation);
         Focus_Text(true);
         return;
     }
     // The store looks for the name whatever its case, so "ANN" meets "ann" there.
     if (!Is_New_Exception_User(name)) {
-        MsgBox(QStringLiteral("User Name already exists!"), MsgStyle::Exclamation);
+        MsgBox(QLatin1String(kUserNameExists), MsgStyle::Exclamation);
         Focus_Text(true);
         return;
     }

@@ -1,4 +1,5 @@
 #include "admin/frmInternetSettings.h"
+#include "admin/model/AdminWords.h"
 
 #include "core/clsLog.h"
 #include "core/modGlobal.h"
@@ -201,11 +202,11 @@ void frmInternetSettings::cmdAdd_Click() {
     const QString exe = Trim_Blanks(txtByPassedExe->Text());
     // The check passes every text, an empty one too.
     if (!Is_Valid_Window_Title(exe)) {
-        MsgBox(QStringLiteral("Please enter a valid Exe!"), MsgStyle::Exclamation);
+        MsgBox(QLatin1String(kInvalidExe), MsgStyle::Exclamation);
         return;
     }
     if (Is_Text_In_ListView(exe, *lvwBypassedExe)) {
-        MsgBox(QStringLiteral("The Exe already exists in the list!"), MsgStyle::Exclamation);
+        MsgBox(QLatin1String(kExeExists), MsgStyle::Exclamation);
         ui::Set_Focus(txtByPassedExe);
         txtByPassedExe->selectAll();
         return;

@@ -1,4 +1,5 @@
 #include "admin/frmManageUsers.h"
+#include "admin/model/AdminWords.h"
 
 #include "core/ListFile.h"
 #include "core/clsLog.h"
@@ -95,10 +96,10 @@ void frmManageUsers::cmdAdd_Click() {
         // The name is taken as typed: blanks around it are part of it.
         switch (Add_New_User(txtUsers->Text())) {
         case -2:
-            MsgBox(QStringLiteral("User Name already exists!"), MsgStyle::Exclamation);
+            MsgBox(QLatin1String(kUserNameExists), MsgStyle::Exclamation);
             break;
         case -1:
-            MsgBox(QStringLiteral("Please enter a valid User Name!"), MsgStyle::Exclamation);
+            MsgBox(QLatin1String(kInvalidUserName), MsgStyle::Exclamation);
             break;
         case 1:
             txtUsers->Set_Text(QString());

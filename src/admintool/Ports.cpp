@@ -68,7 +68,7 @@ int Ports_Add(const Invocation& inv) {
         throw UsageError{QStringLiteral("unknown filter '%1' (HTTP Filter, SMTP Filter, POP3 Filter, Block "
                                         "Completely, Block Incoming, Block Outgoing, ...)")
                              .arg(filter)};
-    const bool blocking = code > kPortBlockBoundary;
+    const PortWords& words = code > kPortBlockBoundary ? kBlockingPortWords : kFilterPortWords;
     // Without a protocol the one the page offers for the filter is taken.
     QString protocol = inv.Option(QStringLiteral("--protocol"));
     if (protocol.isEmpty()) {
@@ -81,14 +81,12 @@ int Ports_Add(const Invocation& inv) {
     for (const QString& word : inv.words) {
         const long port = Port_Of(word);
         if (!Is_Valid_Port(port))
-            throw Refusal{blocking ? QStringLiteral("Please enter a valid Port Number!.")
-                                   : QStringLiteral("Please enter a valid Port Number!")};
+            throw Refusal{QLatin1String(words.invalid)};
         const bool listed =
             std::any_of(stored.begin(), stored.end(), [&](const PortRow& p) { return p.port == port; }) ||
             std::find(ports.begin(), ports.end(), port) != ports.end();
         if (listed)
-            throw Refusal{blocking ? QStringLiteral("Port Number already exist!.")
-                                   : QStringLiteral("Port Number already exist!")};
+            throw Refusal{QLatin1String(words.exists)};
         ports.push_back(port);
     }
     for (long port : ports)

@@ -1,4 +1,5 @@
 // rules: the text rule lists of a user, with the console's checks and words.
+#include "admin/model/AdminWords.h"
 #include "admintool/AdminStore.h"
 #include "admintool/Cli.h"
 #include "admintool/Lists.h"
@@ -34,10 +35,10 @@ const RuleListSpec& Bypass() {
         .columnCaption = QStringLiteral("EXE Name"),
         .widthTwips = 0,
         .heightTwips = 0,
-        .words = RuleListWords{.addInvalid = QStringLiteral("Please enter a valid Exe!"),
-                               .editInvalid = QStringLiteral("Please enter a valid Exe!"),
-                               .addExists = QStringLiteral("The Exe already exists in the list!"),
-                               .editExists = QStringLiteral("The Exe already exists in the list!"),
+        .words = RuleListWords{.addInvalid = QLatin1String(kInvalidExe),
+                               .editInvalid = QLatin1String(kInvalidExe),
+                               .addExists = QLatin1String(kExeExists),
+                               .editExists = QLatin1String(kExeExists),
                                .deleteQuestion =
                                    QStringLiteral("Are you sure you want to delete the selected Exe(s)?"),
                                .exportTitle = QString(),

@@ -1,4 +1,5 @@
 // users and exceptions: the terminal-server users the policy is kept for, and the names exempt from it.
+#include "admin/model/AdminWords.h"
 #include "admintool/AdminStore.h"
 #include "admintool/Cli.h"
 #include "store/modCommonFuns.h"
@@ -8,21 +9,9 @@ namespace hv::admin {
 
 namespace {
 
-const QString kNameExists = QStringLiteral("User Name already exists!");
-const QString kRenameExists = QStringLiteral("User name already exists!");
-const QString kInvalidName = QStringLiteral("Please enter a valid User Name!");
-
-QString Cannot_Delete(const QString& name) {
-    return QStringLiteral("You cannot delete User Name '") + name + QStringLiteral("'!");
-}
-
-// The users page finds a listed name by its own search: case is ignored, and a row counts when its text
-// begins with the name as a whole word ("bob" finds "Bob Jones", "bo" does not).
-bool Begins_With_Word(const QString& text, const QString& name) {
-    if (!text.startsWith(name, Qt::CaseInsensitive))
-        return false;
-    return text.size() == name.size() || !text.at(name.size()).isLetterOrNumber();
-}
+const QString kNameExists = QLatin1String(kUserNameExists);
+const QString kRenameExists = QLatin1String(kRenamedUserExists);
+const QString kInvalidName = QLatin1String(kInvalidUserName);
 
 int Users_List(const Invocation&) {
     for (const UserRow& u : Users())
@@ -33,7 +22,7 @@ int Users_List(const Invocation&) {
 int Users_Add(const Invocation& inv) {
     const QString name = inv.words[0];
     for (const UserRow& u : Users())
-        if (Begins_With_Word(u.name, name))
+        if (Begins_With_Whole_Word(u.name, name))
             throw Refusal{kNameExists};
     if (!Is_Valid_User_Name(name))
         throw Refusal{kInvalidName};
@@ -48,7 +37,7 @@ int Users_Remove(const Invocation& inv) {
     const UserRow user = Find_User(inv.words[0]);
     // The first row is the policy of all users: it is never deleted.
     if (!users.empty() && users.front().id == user.id)
-        throw Refusal{Cannot_Delete(user.name)};
+        throw Refusal{Cannot_Delete_User(user.name)};
     Ensure(Remove_User(0, user.id));
     return kExitOk;
 }

@@ -265,13 +265,13 @@ void frmPortFilter::Port_KeyPress(int& KeyAscii, const std::function<void()>& ad
 }
 
 void frmPortFilter::cmdFAdd_Click() {
-    Add_Port_Rule({cboFFilter, cboFProtocol, txtFPortNumber, lvwPortFilter,
-                   "Please enter a valid Port Number!", "Port Number already exist!"});
+    Add_Port_Rule({cboFFilter, cboFProtocol, txtFPortNumber, lvwPortFilter, kFilterPortWords.invalid,
+                   kFilterPortWords.exists});
 }
 
 void frmPortFilter::cmdBAdd_Click() {
-    Add_Port_Rule({cboBFilter, cboBProtocol, txtBPortNumber, lvwPortBlocking,
-                   "Please enter a valid Port Number!.", "Port Number already exist!."});
+    Add_Port_Rule({cboBFilter, cboBProtocol, txtBPortNumber, lvwPortBlocking, kBlockingPortWords.invalid,
+                   kBlockingPortWords.exists});
 }
 
 void frmPortFilter::Add_Port_Rule(const Frame& f) {

@@ -96,4 +96,20 @@ long Text_To_Long(const QString& text) {
     return long(rounded);
 }
 
+namespace {
+bool Is_Word_Char(QChar c) {
+    return c.isLetterOrNumber() || c == u'_';
+}
+} // namespace
+
+bool Is_Whole_Word_End(const QString& text, qsizetype length) {
+    return length == text.size() || Is_Word_Char(text[length - 1]) != Is_Word_Char(text[length]);
+}
+
+bool Begins_With_Whole_Word(const QString& text, const QString& searched) {
+    if (searched.isEmpty() || searched.size() > text.size())
+        return false;
+    return text.startsWith(searched, Qt::CaseInsensitive) && Is_Whole_Word_End(text, searched.size());
+}
+
 } // namespace hv

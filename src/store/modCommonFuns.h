@@ -25,6 +25,12 @@ long Text_To_Long(const QString& text);
 QString Bytes_To_Text(const QByteArray& bytes);
 // Trim as the program trims its texts: the space character at both ends, nothing else (tabs stay).
 QString Trim_Blanks(const QString& text);
+// The users' lists' own search: true when `text` begins with `searched` as a whole word, case ignored
+// ("bob" finds "Bob Jones", neither "bo" nor "bobby" does; an empty text finds nothing). A word is a run of
+// letters, digits and underscores.
+bool Begins_With_Whole_Word(const QString& text, const QString& searched);
+// True when a whole word of `text` may end after its first `length` characters.
+bool Is_Whole_Word_End(const QString& text, qsizetype length);
 // The operating-system user name; empty when it cannot be had.
 QString Get_Windows_User_Name();
 

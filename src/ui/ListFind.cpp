@@ -1,19 +1,11 @@
 #include "ui/ListFind.h"
 
+#include "store/modCommonFuns.h"
 #include "ui/ListView.h"
 
 namespace hv::ui {
 
 namespace {
-
-bool Is_Word_Char(QChar c) {
-    return c.isLetterOrNumber() || c == u'_';
-}
-
-// A whole word may end after `length` characters of the text.
-bool Is_Boundary(const QString& text, qsizetype length) {
-    return length == text.size() || Is_Word_Char(text[length - 1]) != Is_Word_Char(text[length]);
-}
 
 // Case folded one character at a time, so positions in the folded text are those of the original.
 QString Fold(const QString& text) {
@@ -24,12 +16,6 @@ QString Fold(const QString& text) {
 }
 
 } // namespace
-
-bool Begins_With_Whole_Word(const QString& text, const QString& searched) {
-    if (searched.isEmpty() || searched.size() > text.size())
-        return false;
-    return text.startsWith(searched, Qt::CaseInsensitive) && Is_Boundary(text, searched.size());
-}
 
 int Find_Whole_Word(const ListView& list, const QString& searched) {
     const int count = list.Count();
@@ -48,7 +34,7 @@ void WholeWordIndex::Add_All(const ListView& list) {
 void WholeWordIndex::Add(const QString& text) {
     const QString folded = Fold(text);
     for (qsizetype length = 1; length <= text.size(); ++length)
-        if (Is_Boundary(text, length))
+        if (Is_Whole_Word_End(text, length))
             m_beginnings.insert(folded.left(length));
 }
 

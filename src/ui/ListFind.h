@@ -5,6 +5,8 @@
 //
 // A word is a run of letters, digits and underscores; the found part must end where the row's text ends
 // or where a word ends or begins.
+#include "store/modCommonFuns.h"
+
 #include <QSet>
 #include <QString>
 
@@ -12,8 +14,8 @@ namespace hv::ui {
 
 class ListView;
 
-// True when `text` begins with `searched` as a whole word, case ignored.
-bool Begins_With_Whole_Word(const QString& text, const QString& searched);
+// The rule itself lives with the store's helpers, where the command-line tool finds it too.
+using hv::Begins_With_Whole_Word;
 
 // The first row (1-based) whose text begins with `searched` as a whole word; 0 when none.
 int Find_Whole_Word(const ListView& list, const QString& searched);

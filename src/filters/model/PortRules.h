@@ -9,6 +9,16 @@ namespace hv {
 // three blocking codes; the others are known for rows written elsewhere.
 inline constexpr long kPortBlockBoundary = 60000;
 
+// The two frames' refusals: the blocking frame's end in a full stop, the filter frame's do not.
+struct PortWords {
+    const char* invalid;
+    const char* exists;
+};
+inline constexpr PortWords kFilterPortWords{"Please enter a valid Port Number!",
+                                            "Port Number already exist!"};
+inline constexpr PortWords kBlockingPortWords{"Please enter a valid Port Number!.",
+                                              "Port Number already exist!."};
+
 // The fixed ports of the protocol combo; any other text gives port 0. The found flag is always set.
 void Protocol_To_Port(const QString& protocol, long& port, bool& found);
 // The protocol combo's index for a filter kind: "HTTP Filter" 0, "SMTP Filter" 4, "POP3 Filter" 5, else 0.

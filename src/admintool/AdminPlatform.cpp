@@ -1,7 +1,6 @@
 #include "admintool/AdminPlatform.h"
 
 #include "platform/IniRegistry.h"
-#include "setup/StoreSetup.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -29,7 +28,7 @@ Registry& AdminPlatform::Registry_Root() {
 }
 
 QString AdminPlatform::Windows_Directory() {
-    return Default_Windows_Directory();
+    return Host_Windows_Directory();
 }
 
 QString AdminPlatform::App_Path() {
@@ -37,7 +36,7 @@ QString AdminPlatform::App_Path() {
 }
 
 QString AdminPlatform::User_Name() {
-    return Current_Os_User();
+    return Host_User_Name();
 }
 
 } // namespace hv::admin

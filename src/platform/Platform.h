@@ -87,6 +87,12 @@ Platform& platform();
 // Installs the platform for the process (or a test); the caller keeps ownership.
 void Set_Platform(Platform* p);
 
+// What the real platforms of the console and the tools answer alike: the Windows directory stand-in
+// ($HALVENORTS_WINDIR, else /var/lib/halvenorts, without a trailing separator) and the operating-system
+// user running the program ($USER, else the password database; empty when unknown).
+QString Host_Windows_Directory();
+QString Host_User_Name();
+
 // A message box with the application's title, as most callers want it.
 MsgAnswer MsgBox(const QString& text, MsgStyle style = MsgStyle::Plain, MsgButtons buttons = MsgButtons::OK,
                  const QString& title = QString());

@@ -6,7 +6,6 @@
 #include <QStringList>
 #include <sqlite3.h>
 
-#include <pwd.h>
 #include <unistd.h>
 
 #include <array>
@@ -443,20 +442,6 @@ QString Store_File_Name() {
     return QStringLiteral("hvpolicy.iil");
 }
 
-QString Default_Windows_Directory() {
-    const QString dir = qEnvironmentVariable("HALVENORTS_WINDIR");
-    return dir.isEmpty() ? QStringLiteral("/var/lib/halvenorts") : dir;
-}
-
-QString Current_Os_User() {
-    QString name = qEnvironmentVariable("USER");
-    if (name.isEmpty()) {
-        if (const passwd* pw = getpwuid(getuid()))
-            name = QString::fromLocal8Bit(pw->pw_name);
-    }
-    return name;
-}
-
 bool Create_Store(const QString& path, bool force, QString* error) {
     const QFileInfo target(path);
     if (target.exists() && !force)
@@ -477,7 +462,8 @@ bool Create_Store(const QString& path, bool force, QString* error) {
         // Larger pages: a delete of a million report rows has a quarter of the pages to go through. The page
         // size is set before the write-ahead log, which fixes it.
         ok = store.Open(part, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, error) &&
-             store.Exec("PRAGMA page_size=16384", error) && Use_Wal(store, error) && store.Exec("BEGIN", error);
+             store.Exec("PRAGMA page_size=16384", error) && Use_Wal(store, error) &&
+             store.Exec("BEGIN", error);
         for (const char* statement : kSchema)
             ok = ok && store.Exec(statement, error);
         ok = ok && store.Exec("COMMIT", error);

@@ -11,10 +11,6 @@ inline constexpr long kDefaultDemoReportRows = 4000;
 
 // The store's file name inside the Windows directory.
 QString Store_File_Name(); // "hvpolicy.iil"
-// Where the installer puts the store when no folder is given: $HALVENORTS_WINDIR, else /var/lib/halvenorts.
-QString Default_Windows_Directory();
-// The operating-system user running the tool ($USER, else the password database); empty if unknown.
-QString Current_Os_User();
 
 // Writes a new store at `path` (every table, index and key row). An existing file is kept and the call
 // fails unless `force` is set, in which case the file is replaced. The folder is created when missing.

@@ -3,6 +3,7 @@
 //   halvenorts-setup create [DIR] [--force]
 //   halvenorts-setup demo [DIR] [--force] [--report-rows N]
 //   halvenorts-setup upgrade [DIR]
+#include "platform/Platform.h"
 #include "setup/StoreSetup.h"
 
 #include <QDateTime>
@@ -59,7 +60,7 @@ int main(int argc, char** argv) {
         }
     }
     if (dir.isEmpty())
-        dir = hv::Default_Windows_Directory();
+        dir = hv::Host_Windows_Directory();
 
     const QString path = QDir(dir).filePath(hv::Store_File_Name());
     QString error;
@@ -73,7 +74,7 @@ int main(int argc, char** argv) {
     if (!hv::Create_Store(path, force, &error))
         return Failed(error);
     if (demo &&
-        !hv::Fill_Demo(path, reportRows, hv::Current_Os_User(), QDateTime::currentDateTime(), &error)) {
+        !hv::Fill_Demo(path, reportRows, hv::Host_User_Name(), QDateTime::currentDateTime(), &error)) {
         QFile::remove(path); // a half-filled demo is no use to anyone
         return Failed(error);
     }

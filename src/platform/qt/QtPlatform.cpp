@@ -14,7 +14,6 @@
 #include <QUrl>
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -141,12 +140,7 @@ HttpAnswer QtPlatform::Http_Get(const QString& url, int timeoutMs) {
 }
 
 QString QtPlatform::Windows_Directory() {
-    QString dir = qEnvironmentVariable("HALVENORTS_WINDIR");
-    if (dir.isEmpty())
-        dir = QStringLiteral("/var/lib/halvenorts");
-    while (dir.size() > 1 && dir.endsWith(u'/'))
-        dir.chop(1);
-    return dir;
+    return Host_Windows_Directory();
 }
 
 QString QtPlatform::App_Path() {
@@ -158,12 +152,7 @@ QString QtPlatform::App_Exe_Name() {
 }
 
 QString QtPlatform::User_Name() {
-    QString name = qEnvironmentVariable("USER");
-    if (name.isEmpty()) {
-        if (const passwd* pw = ::getpwuid(::getuid()))
-            name = QString::fromLocal8Bit(pw->pw_name);
-    }
-    return name;
+    return Host_User_Name();
 }
 
 QDateTime QtPlatform::Now() {

@@ -5,6 +5,8 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct DriveRun {
@@ -92,7 +94,7 @@ TEST_F(DriveFailures, TheTranscriptShowsCommandsBoxesAndLogLines) {
         Write("verbose.scenario", "store default\nstart\nclick frmLogin.cmdLogin\n"
                                   "expect msgbox exclamation ok \"Please enter a valid Password!\"\n"
                                   "click frmLogin.lblHomeSite\nclose frmLogin\n");
-    const DriveRun r = Run({QStringLiteral("-v"), file});
+    const DriveRun r = Run({u"-v"_s, file});
     EXPECT_EQ(r.status, 0) << r.out.toStdString();
     for (const char* piece :
          {":3: click frmLogin.cmdLogin", "msgbox exclamation ok \"Please enter a valid Password!\"",

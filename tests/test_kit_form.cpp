@@ -12,6 +12,8 @@
 #include <QTimer>
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using namespace hv::ui;
@@ -25,13 +27,13 @@ public:
         txtOther = new TextBox("txtOther", this);
         lvwList = new ListView("lvwList", ListView::Report, this);
         Set_KeyPress(txtRule, [this](int& k) {
-            log << QStringLiteral("txtRule:%1").arg(k);
+            log << u"txtRule:%1"_s.arg(k);
             if (k == 13)
                 k = 0; // Enter adds and is swallowed
             else if (k >= 'a' && k <= 'z')
                 k -= 32; // the box takes capitals only
         });
-        Set_KeyPress(lvwList, [this](int& k) { log << QStringLiteral("lvwList:%1").arg(k); });
+        Set_KeyPress(lvwList, [this](int& k) { log << u"lvwList:%1"_s.arg(k); });
         for (QWidget* w : std::initializer_list<QWidget*>{txtRule, txtOther, lvwList}) {
             Set_GotFocus(w, [this, w] { log << "got " + w->objectName(); });
             Set_LostFocus(w, [this, w] { log << "lost " + w->objectName(); });
@@ -47,7 +49,7 @@ public:
 protected:
     void Form_Load() override { ++loads; }
     void Form_KeyPress(int& k) override {
-        log << QStringLiteral("form:%1").arg(k);
+        log << u"form:%1"_s.arg(k);
         k = k == 27 ? 0 : k == '!' ? '?' : k; // swallows Esc, changes one key
     }
     void Form_QueryUnload(int& Cancel, int UnloadMode) override {

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using namespace hv::ui;
@@ -37,7 +39,7 @@ TEST(KitListFind, WholeWordBeginningsAgreeAcrossTheWalkAndTheIndex) {
         EXPECT_EQ(Begins_With_Whole_Word(text, searched), c.found);
 
         ListView list("lvwUsers", ListView::Report, nullptr);
-        list.Add(QStringLiteral("[All Users...]"));
+        list.Add(u"[All Users...]"_s);
         list.Add(text);
         EXPECT_EQ(Find_Whole_Word(list, searched), c.found ? 2 : 0);
 
@@ -53,13 +55,13 @@ TEST(KitListFind, TheFirstMatchingRowIsFoundAndTheIndexLearnsAddedTexts) {
     ListView list("lvwUsers", ListView::Report, nullptr);
     for (const char* t : {"bobby", "Bob Jones", "bob"})
         list.Add(QLatin1String(t));
-    EXPECT_EQ(Find_Whole_Word(list, QStringLiteral("BOB")), 2);
+    EXPECT_EQ(Find_Whole_Word(list, u"BOB"_s), 2);
 
     WholeWordIndex index;
-    EXPECT_FALSE(index.Contains(QStringLiteral("ann")));
-    index.Add(QStringLiteral("ANN LEE"));
-    EXPECT_TRUE(index.Contains(QStringLiteral("ann")));
-    EXPECT_FALSE(index.Contains(QStringLiteral("an")));
+    EXPECT_FALSE(index.Contains(u"ann"_s));
+    index.Add(u"ANN LEE"_s);
+    EXPECT_TRUE(index.Contains(u"ann"_s));
+    EXPECT_FALSE(index.Contains(u"an"_s));
 }
 
 } // namespace

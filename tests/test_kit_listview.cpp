@@ -12,6 +12,8 @@
 #include <QTreeView>
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using namespace hv::ui;
@@ -49,7 +51,7 @@ TEST_F(KitListView, TheDesignWidthIsTheViewportAndFittingColumnsNeedNoScrollBar)
     EXPECT_EQ(view->viewport()->width(), 340);
     EXPECT_FALSE(view->horizontalScrollBar()->isVisible());
     for (int i = 0; i < 40; ++i)
-        lvw.Add(QStringLiteral("row%1.example").arg(i), "Url");
+        lvw.Add(u"row%1.example"_s.arg(i), "Url");
     lvw.Set_Column_Width(1, lvw.Column_Width(1) - 250);
     for (int i = 0; i < 3; ++i)
         QApplication::processEvents();
@@ -116,7 +118,7 @@ TEST_F(KitListView, RowsAddedOneByOneReachTheViewInOneBatch) {
     int inserts = 0;
     QObject::connect(Model(), &QAbstractItemModel::rowsInserted, [&] { ++inserts; });
     for (int i = 0; i < 100; ++i)
-        lvw.Add(QStringLiteral("row %1").arg(i));
+        lvw.Add(u"row %1"_s.arg(i));
     lvw.Set_Text(100, "last"); // a change before the view knows the row
     QApplication::processEvents();
     EXPECT_EQ(inserts, 1);
@@ -137,7 +139,7 @@ TEST_F(KitListView, LongRunsOfAddReachTheViewInGrowingBatches) {
     for (int i = 0; i < kRows; ++i) {
         if (i % 500 == 0)
             QApplication::processEvents();
-        lvw.Add(QStringLiteral("row %1").arg(i));
+        lvw.Add(u"row %1"_s.arg(i));
     }
     QApplication::processEvents();
     // Eager while the list is short (40 turns), then each batch half as large as the rows shown at least.

@@ -10,21 +10,22 @@
 
 #include <stdexcept>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using namespace hv::ui;
 
 TEST(KitReportRows, AddRowIsAddWithSubItemsAndRemoveRangeIsRemoveRepeated) {
-    ListView a(QStringLiteral("a"), ListView::Report, nullptr),
-        b(QStringLiteral("b"), ListView::Report, nullptr);
+    ListView a(u"a"_s, ListView::Report, nullptr), b(u"b"_s, ListView::Report, nullptr);
     for (ListView* l : {&a, &b})
         for (int c = 0; c < 3; ++c)
             l->Add_Column(QString(), 1000);
     for (int i = 1; i <= 12; ++i) {
-        const QString t = QStringLiteral("r%1").arg(i);
-        a.Add_Row(t, {t + QStringLiteral(".1"), QString()});
+        const QString t = u"r%1"_s.arg(i);
+        a.Add_Row(t, {t + u".1"_s, QString()});
         b.Add(t);
-        b.Set_Sub_Item(i, 1, t + QStringLiteral(".1"));
+        b.Set_Sub_Item(i, 1, t + u".1"_s);
         b.Set_Sub_Item(i, 2, QString());
     }
     a.Set_Bold(9, true);
@@ -40,7 +41,7 @@ TEST(KitReportRows, AddRowIsAddWithSubItemsAndRemoveRangeIsRemoveRepeated) {
         EXPECT_EQ(a.Bold(i), b.Bold(i));
         EXPECT_EQ(a.Selected(i), b.Selected(i));
     }
-    EXPECT_EQ(a.Row_Text(4), QStringLiteral("r10|r10.1|"));
+    EXPECT_EQ(a.Row_Text(4), u"r10|r10.1|"_s);
     EXPECT_EQ(a.Selected_Item(), 4);
     a.Remove_Range(1, 0); // nothing to remove
     EXPECT_EQ(a.Count(), 6);

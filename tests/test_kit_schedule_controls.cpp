@@ -135,20 +135,4 @@ TEST_F(KitCheckList, APressOnTheComboDropsTheCheckListInsteadOfItsOwnList) {
     EXPECT_FALSE(form->cboDay->view()->isVisible());
 }
 
-TEST_F(KitCheckList, ItemsAndChecksGoThroughTheListViewWithoutItemCheckFromCode) {
-    int itemChecks = 0;
-    QObject::connect(form->days.lvw, &ListView::ItemCheck, [&](int) { ++itemChecks; });
-    for (const char* day : {"Sunday", "Monday", "Tuesday"})
-        form->days.Add_Item(day, day);
-    EXPECT_EQ(form->days.Item_Count(), 3);
-    EXPECT_EQ(form->days.lvw->Key(2), "Monday");
-    form->days.Set_Item_Checked(2, true);
-    EXPECT_TRUE(form->days.Item_Checked(2));
-    EXPECT_EQ(itemChecks, 0);
-    form->days.lvw->User_Check(3, true); // a user's tick raises ItemCheck
-    EXPECT_EQ(itemChecks, 1);
-    EXPECT_EQ(form->days.Item_Text(3), "Tuesday");
-    EXPECT_TRUE(form->days.Item_Checked(3));
-}
-
 } // namespace

@@ -11,6 +11,8 @@
 #include <ostream>
 #include <string>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using hv::Read_List_Fields;
@@ -51,9 +53,8 @@ INSTANTIATE_TEST_SUITE_P(
         FieldCase{"line_of_blanks_is_empty_field", "a\r\n   \r\nb", {"a", "", "b"}},
         FieldCase{"comma_at_line_end_gives_empty_field", "a,\r\nb\r\n", {"a", "", "b"}},
         FieldCase{"empty_file_has_no_field", "", {}}, FieldCase{"one_line_end_only", "\r\n", {""}},
-        FieldCase{"nul_stays_in_the_text",
-                  QByteArray("a\0b,c", 5),
-                  {QStringLiteral("a") + QChar(0) + QLatin1Char('b'), "c"}}),
+        FieldCase{
+            "nul_stays_in_the_text", QByteArray("a\0b,c", 5), {u"a"_s + QChar(0) + QLatin1Char('b'), "c"}}),
     [](const auto& info) { return std::string(info.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
@@ -102,7 +103,7 @@ QBuffer* Open_Buffer(const QByteArray& bytes, QObject* parent) {
 TEST(ListFile, ReadingPastTheEndIsARunTimeFailure) {
     QObject owner;
     hv::ListFieldReader reader(*Open_Buffer("a", &owner));
-    EXPECT_EQ(reader.Next_Field().text, QStringLiteral("a"));
+    EXPECT_EQ(reader.Next_Field().text, u"a"_s);
     EXPECT_TRUE(reader.Eof());
     EXPECT_THROW(reader.Next_Field(), hv::RunTimeFailure);
     EXPECT_EQ(hv::Err().Number, hv::errnum::InputPastEndOfFile);
@@ -148,7 +149,7 @@ TEST(ListFile, LongFieldsAndLinesStreamInBoundedMemory) {
         EXPECT_EQ(reader.Next_Field().text, c.nextField);
         if (std::string_view(c.name) == "line_longer_than_the_window_judged_whole") {
             EXPECT_TRUE(first.text.startsWith(U(u"Ã©a")));
-            EXPECT_EQ(reader.Next_Field().text, QStringLiteral("next"));
+            EXPECT_EQ(reader.Next_Field().text, u"next"_s);
         }
     }
 }
@@ -205,7 +206,7 @@ TEST(ListFile, FileFailuresAreRunTimeErrors) {
     for (const Failure& c :
          {Failure{dir.filePath("missing.txt"), hv::errnum::FileNotFound, false},
           Failure{dir.path(), hv::errnum::PathFileAccessError, false},
-          Failure{QStringLiteral("/dev/zero"), hv::errnum::PathFileAccessError, false},
+          Failure{u"/dev/zero"_s, hv::errnum::PathFileAccessError, false},
           Failure{QString(), hv::errnum::BadFileNameOrNumber, false},
           Failure{dir.filePath("no/such/dir/x.txt"), hv::errnum::PathFileAccessError, true},
           Failure{QString(), hv::errnum::BadFileNameOrNumber, true}}) {

@@ -9,6 +9,8 @@
 #include <optional>
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 // What Import stores for a field read from a file, by list: the same field can be a rule on one list and
@@ -34,24 +36,24 @@ TEST(ListFileRules, ImportRuleByListAndField) {
     for (const RuleCase& c : {
              RuleCase{"url_lowered_and_cut", Black(), Field(QString(60, u'A')), a50},
              // A blank after position 50 is cut away before the check looks, so the URL passes.
-             RuleCase{"blank_after_the_cut_gone_before_the_check", Black(), Field(a50 + QStringLiteral(" tail")), a50},
-             RuleCase{"nul_refused_on_a_list_that_takes_anything", Window(), Field(QStringLiteral("a") + QChar(0) + u'b', false, true), std::nullopt},
+             RuleCase{"blank_after_the_cut_gone_before_the_check", Black(), Field(a50 + u" tail"_s), a50},
+             RuleCase{"nul_refused_on_a_list_that_takes_anything", Window(), Field(u"a"_s + QChar(0) + u'b', false, true), std::nullopt},
              RuleCase{"nul_beyond_what_is_kept_refused", Exe(), Field("calc.exe", true, true), std::nullopt},
              RuleCase{"cut_counts_characters_not_units", Window(), Field(emoji.repeated(31)), emoji.repeated(30)},
-             RuleCase{"cut_keeps_a_pair_whole", File(), Field(QStringLiteral("abcdefghi") + emoji + u'z'), QStringLiteral("abcdefghi") + emoji},
-             RuleCase{"blanks_kept_before_more_text", Pop3(), Field(QStringLiteral("a") + QString(40, u' '), true), QStringLiteral("a") + QString(29, u' ')},
-             RuleCase{"blanks_at_the_end_trimmed", Pop3(), Field(QStringLiteral("a  ")), QStringLiteral("a")},
-             RuleCase{"only_spaces_are_trimmed_a_tab_is_part_of_the_rule", Exe(), Field(QStringLiteral("\tcalc.exe ")), QStringLiteral("\tcalc.exe")},
-             RuleCase{"a_line_of_spaces_is_an_empty_rule", Window(), Field(QStringLiteral("    ")), QString()},
+             RuleCase{"cut_keeps_a_pair_whole", File(), Field(u"abcdefghi"_s + emoji + u'z'), u"abcdefghi"_s + emoji},
+             RuleCase{"blanks_kept_before_more_text", Pop3(), Field(u"a"_s + QString(40, u' '), true), u"a"_s + QString(29, u' ')},
+             RuleCase{"blanks_at_the_end_trimmed", Pop3(), Field(u"a  "_s), u"a"_s},
+             RuleCase{"only_spaces_are_trimmed_a_tab_is_part_of_the_rule", Exe(), Field(u"\tcalc.exe "_s), u"\tcalc.exe"_s},
+             RuleCase{"a_line_of_spaces_is_an_empty_rule", Window(), Field(u"    "_s), QString()},
              RuleCase{"blank_inside_a_url_refused", White(), Field("a b"), std::nullopt},
              // The mail lists import what their Add would refuse.
-             RuleCase{"mail_list_imports_a_blank", Pop3(), Field(QStringLiteral("with blank")), QStringLiteral("with blank")},
-             RuleCase{"bom_is_text", Black(), Field(QChar(0xFEFF) + QStringLiteral("a.com")), QChar(0xFEFF) + QStringLiteral("a.com")},
+             RuleCase{"mail_list_imports_a_blank", Pop3(), Field(u"with blank"_s), u"with blank"_s},
+             RuleCase{"bom_is_text", Black(), Field(QChar(0xFEFF) + u"a.com"_s), QChar(0xFEFF) + u"a.com"_s},
          }) {
         // clang-format on
         EXPECT_EQ(hv::Import_Rule(c.field, c.spec), c.rule) << c.name;
     }
-    EXPECT_FALSE(Pop3().check(QStringLiteral("with blank")));
+    EXPECT_FALSE(Pop3().check(u"with blank"_s));
 }
 
 TEST(ListFilePorts, ProtocolsFiltersAndCodesConvert) {
@@ -86,9 +88,9 @@ TEST(ListFilePorts, ProtocolsFiltersAndCodesConvert) {
     }
     long code = -1;
     bool found = false;
-    hv::Filter_Text_To_Code(QStringLiteral("Odd"), code, found);
+    hv::Filter_Text_To_Code(u"Odd"_s, code, found);
     EXPECT_EQ(code, 0);
-    QString text = QStringLiteral("stale");
+    QString text = u"stale"_s;
     hv::Filter_Code_To_Text(60000, text, found);
     EXPECT_EQ(text, QString());
     EXPECT_TRUE(found);

@@ -8,6 +8,8 @@
 #include <QFile>
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace hv {
 namespace {
 
@@ -27,7 +29,7 @@ protected:
         Set_Logger(nullptr);
         Err().Clear();
     }
-    QString Path() { return p.App_Path() + QStringLiteral("/halvenorts.log"); }
+    QString Path() { return p.App_Path() + u"/halvenorts.log"_s; }
 
     ScriptedPlatform p;
     PlatformScope scope{p};
@@ -64,12 +66,8 @@ TEST_F(LogTest, RecordsArePrefixedPaddedStampedAndLedByCrLf) {
 }
 
 TEST_F(LogTest, TimeStampUsesEnglishMonthsAndTwoDigitYear) {
-    const std::pair<QDateTime, const char*> cases[] = {
-        {QDateTime(QDate(2009, 12, 3), QTime(7, 5, 9)), "03-Dec-09 07:05:09"},
-        {QDateTime(QDate(2000, 9, 1), QTime(0, 0, 0)), "01-Sep-00 00:00:00"},
-    };
-    for (const auto& [t, text] : cases)
-        EXPECT_EQ(clsLog::Format_Time(t), QLatin1String(text));
+    EXPECT_EQ(clsLog::Format_Time({QDate(2009, 12, 3), QTime(7, 5, 9)}), u"03-Dec-09 07:05:09"_s);
+    EXPECT_EQ(clsLog::Format_Time({QDate(2000, 9, 1), QTime(0, 0, 0)}), u"01-Sep-00 00:00:00"_s);
 }
 
 TEST_F(LogTest, ResetsOnlyWhenOverOneMebibyteAtTheMomentOfACall) {
@@ -78,32 +76,32 @@ TEST_F(LogTest, ResetsOnlyWhenOverOneMebibyteAtTheMomentOfACall) {
         Write_File(Path(), QByteArray(limit, 'z'));
         clsLog log;
         log.Start_Logging(Path());
-        log.Log_Event(QStringLiteral("kept"), 1, false);
+        log.Log_Event(u"kept"_s, 1, false);
         EXPECT_EQ(QFileInfo(Path()).size(), limit + 2 + 80) << "exactly 1,048,576 bytes is not over";
-        log.Log_Event(QStringLiteral("first of new file"), 2, true);
+        log.Log_Event(u"first of new file"_s, 2, true);
         EXPECT_EQ(File_Bytes(Path()), "\r\n" + Padded("W: first of new file") + kStamp);
-        log.Log_Event(QStringLiteral("second"), 0, false);
+        log.Log_Event(u"second"_s, 0, false);
         EXPECT_EQ(File_Bytes(Path()).count("\r\n"), 2);
     }
     Write_File(Path(), QByteArray(limit + 1, 'z'));
     clsLog log;
     log.Start_Logging(Path());
-    log.Log_Event(QStringLiteral("after"), 0, false);
+    log.Log_Event(u"after"_s, 0, false);
     EXPECT_EQ(File_Bytes(Path()), "\r\n" + Padded("after"));
 }
 
 TEST_F(LogTest, FailuresAreSwallowedAndOpeningFailureIsRaised) {
     // A reset whose reopening fails leaves the log quiet for the rest of the session.
-    const QString dir = p.App_Path() + QStringLiteral("/logs");
+    const QString dir = p.App_Path() + u"/logs"_s;
     ASSERT_TRUE(QDir().mkpath(dir));
-    const QString path = dir + QStringLiteral("/halvenorts.log");
+    const QString path = dir + u"/halvenorts.log"_s;
     Write_File(path, QByteArray(1048577, 'z'));
     clsLog log;
     log.Start_Logging(path);
     ASSERT_TRUE(QDir(dir).removeRecursively());
-    EXPECT_NO_THROW(log.Log_Event(QStringLiteral("no place to go"), 3, true));
+    EXPECT_NO_THROW(log.Log_Event(u"no place to go"_s, 3, true));
     ASSERT_TRUE(QDir().mkpath(dir));
-    EXPECT_NO_THROW(log.Log_Event(QStringLiteral("still quiet"), 3, true));
+    EXPECT_NO_THROW(log.Log_Event(u"still quiet"_s, 3, true));
     EXPECT_FALSE(QFile::exists(path));
     EXPECT_TRUE(p.boxes.empty());
     EXPECT_EQ(Err().Number, 0);
@@ -112,7 +110,7 @@ TEST_F(LogTest, FailuresAreSwallowedAndOpeningFailureIsRaised) {
     clsLog bad;
     EXPECT_THROW(bad.Start_Logging(dir), RunTimeFailure);
     EXPECT_EQ(Err().Number, errnum::PathFileAccessError);
-    EXPECT_EQ(Err().Description, QStringLiteral("Path/File access error"));
+    EXPECT_EQ(Err().Description, u"Path/File access error"_s);
 }
 
 TEST_F(LogTest, ShowErrorShowsTheBoxBeforeLoggingAndAddsAPendingError) {
@@ -122,19 +120,19 @@ TEST_F(LogTest, ShowErrorShowsTheBoxBeforeLoggingAndAddsAPendingError) {
     p.onEvent = [&](const QString&) { sizeAtBox = QFileInfo(Path()).size(); };
 
     Err().Set(errnum::FileNotFound);
-    Show_Error(QStringLiteral("Opening"), true);
-    const QString withError = QStringLiteral("Opening: ErrNo=53: ErrDesc=File not found: ErrSrc=HalvenorTS");
+    Show_Error(u"Opening"_s, true);
+    const QString withError = u"Opening: ErrNo=53: ErrDesc=File not found: ErrSrc=HalvenorTS"_s;
     ASSERT_EQ(p.boxes.size(), 1u);
     EXPECT_EQ(p.boxes[0].text, withError);
     EXPECT_EQ(p.boxes[0].style, MsgStyle::Critical);
     EXPECT_EQ(p.boxes[0].buttons, MsgButtons::OK);
-    EXPECT_EQ(p.boxes[0].title, QStringLiteral("HalvenorTS"));
+    EXPECT_EQ(p.boxes[0].title, u"HalvenorTS"_s);
     EXPECT_EQ(sizeAtBox, 0) << "the line is logged after the box";
 
     Err().Clear();
     Show_Error(QString(), true); // how a failed typed operation reports: an empty box and an empty line
-    Show_Error(QStringLiteral("quiet"), false);
-    Log_Error(QStringLiteral("no error")); // the error part is always there
+    Show_Error(u"quiet"_s, false);
+    Log_Error(u"no error"_s); // the error part is always there
     ASSERT_EQ(p.boxes.size(), 2u);
     EXPECT_EQ(p.boxes[1].text, QString());
     EXPECT_EQ(File_Bytes(Path()), "\r\n" + Padded("E: " + withError.toUtf8()) + kStamp + "\r\n" +

@@ -1,10 +1,14 @@
-// The main console's pieces that no scenario reaches: the compiled-in pictures, and the subject read from a
-// selector tag that is no number.
+// The main console's pieces that no scenario reaches: the compiled-in pictures and the link label's hand, and
+// the subject read from a selector tag that is no number.
+#include "core/WebSite.h"
 #include "platform/Err.h"
 #include "testing/ConsoleWorld.h"
+#include "ui/WebLink.h"
 
 #include <QImage>
 #include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace hv {
 namespace {
@@ -28,8 +32,13 @@ TEST(MainConsoleImages, EveryImageKeyHasARealPicture) {
         ASSERT_FALSE(icon.isNull()) << key;
         EXPECT_GT(Visible_Pixels(icon), 40) << key;
     }
-    EXPECT_TRUE(Console_Image(QStringLiteral("NoSuchKey")).isNull());
+    EXPECT_TRUE(Console_Image(u"NoSuchKey"_s).isNull());
     EXPECT_FALSE(Hand_Cursor().pixmap().isNull());
+    // The home-site label every page carries shows the host under the custom hand, not the default arrow.
+    QWidget page;
+    ui::Label* link = ui::Home_Site_Label(&page);
+    EXPECT_EQ(link->Caption(), QLatin1String(kWebHost));
+    EXPECT_EQ(link->cursor().shape(), Qt::BitmapCursor);
 }
 
 TEST(MainConsoleSubject, ATagThatIsNoNumberIsATypeMismatchAndAnUnknownPageOpensNothing) {
@@ -47,11 +56,11 @@ TEST(MainConsoleSubject, ATagThatIsNoNumberIsATypeMismatchAndAnUnknownPageOpensN
             Err().Clear();
         }
     }
-    ui::Set_Tag(main.cboUsers, QStringLiteral("42"));
+    ui::Set_Tag(main.cboUsers, u"42"_s);
     EXPECT_EQ(Current_Subject().userId, 42);
 
     const int before = ui::Forms::Count();
-    Show_Page(QStringLiteral("frmNoSuchPage"));
+    Show_Page(u"frmNoSuchPage"_s);
     EXPECT_EQ(ui::Forms::Count(), before);
     EXPECT_TRUE(world.desktop.boxes.empty());
 }

@@ -6,43 +6,43 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using hv::IniRegistry;
 
-const QString kAppInit = QStringLiteral("SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Windows");
+const QString kAppInit = u"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion\\Windows"_s;
 
 class PlatformRegistry : public ::testing::Test {
 protected:
     QTemporaryDir dir;
-    QString File() const { return dir.path() + QStringLiteral("/registry.ini"); }
+    QString File() const { return dir.path() + u"/registry.ini"_s; }
 };
 
 TEST_F(PlatformRegistry, NamesAreFoundWithoutRegardToCaseAndValuesKeepTheirTypes) {
     IniRegistry reg(File());
-    ASSERT_TRUE(reg.Set_String(kAppInit, QStringLiteral("AppInit_DLLs"), QStringLiteral("hvsock.dll")));
+    ASSERT_TRUE(reg.Set_String(kAppInit, u"AppInit_DLLs"_s, u"hvsock.dll"_s));
     // The health check reads the value under another spelling than the one it was written with.
-    EXPECT_EQ(reg.Get_String(kAppInit.toUpper(), QStringLiteral("AppInit_Dlls")),
-              QStringLiteral("hvsock.dll"));
+    EXPECT_EQ(reg.Get_String(kAppInit.toUpper(), u"AppInit_Dlls"_s), u"hvsock.dll"_s);
     // Writing under another spelling replaces the value instead of adding a second one.
-    ASSERT_TRUE(reg.Set_String(kAppInit.toLower(), QStringLiteral("APPINIT_DLLS"), QString()));
-    EXPECT_EQ(reg.Get_String(kAppInit, QStringLiteral("AppInit_DLLs")), QString());
+    ASSERT_TRUE(reg.Set_String(kAppInit.toLower(), u"APPINIT_DLLS"_s, QString()));
+    EXPECT_EQ(reg.Get_String(kAppInit, u"AppInit_DLLs"_s), QString());
 
     const QByteArray packed("\x00\x01hvsock.dll\xff\r\n=%", 17);
-    ASSERT_TRUE(reg.Set_Binary(QStringLiteral("A\\B"), QStringLiteral("PackedCatalogItem"), packed));
-    ASSERT_TRUE(reg.Set_Dword(QStringLiteral("A\\B"), QStringLiteral("LoadAppInit_DLLs"), 4294967295u));
-    EXPECT_EQ(reg.Get_Binary(QStringLiteral("A\\B"), QStringLiteral("PackedCatalogItem")), packed);
-    EXPECT_EQ(reg.Get_Dword(QStringLiteral("A\\B"), QStringLiteral("LoadAppInit_DLLs")), 4294967295u);
-    const QStringList texts{QStringLiteral("a b"), QStringLiteral("c%00d")};
-    ASSERT_TRUE(reg.Set_Multi_String(QStringLiteral("A\\B"), QStringLiteral("List"), texts));
-    EXPECT_EQ(IniRegistry(File()).Get_Multi_String(QStringLiteral("a\\b"), QStringLiteral("list")), texts);
-    EXPECT_EQ(reg.Get_Value_Text(QStringLiteral("A\\B"), QStringLiteral("List")),
-              QString::fromUtf16(u"a b\0c%00d\0", 10));
+    ASSERT_TRUE(reg.Set_Binary(u"A\\B"_s, u"PackedCatalogItem"_s, packed));
+    ASSERT_TRUE(reg.Set_Dword(u"A\\B"_s, u"LoadAppInit_DLLs"_s, 4294967295u));
+    EXPECT_EQ(reg.Get_Binary(u"A\\B"_s, u"PackedCatalogItem"_s), packed);
+    EXPECT_EQ(reg.Get_Dword(u"A\\B"_s, u"LoadAppInit_DLLs"_s), 4294967295u);
+    const QStringList texts{u"a b"_s, u"c%00d"_s};
+    ASSERT_TRUE(reg.Set_Multi_String(u"A\\B"_s, u"List"_s, texts));
+    EXPECT_EQ(IniRegistry(File()).Get_Multi_String(u"a\\b"_s, u"list"_s), texts);
+    EXPECT_EQ(reg.Get_Value_Text(u"A\\B"_s, u"List"_s), QString::fromUtf16(u"a b\0c%00d\0", 10));
     QFile file(File());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_FALSE(file.readAll().contains(char(0))); // a NUL is written escaped
     // A value read as another type is not there, as the registry's typed reads answer.
-    EXPECT_FALSE(reg.Get_String(QStringLiteral("A\\B"), QStringLiteral("LoadAppInit_DLLs")).has_value());
+    EXPECT_FALSE(reg.Get_String(u"A\\B"_s, u"LoadAppInit_DLLs"_s).has_value());
 }
 
 TEST_F(PlatformRegistry, TextsThatWouldBreakTheFileComeBackWholeToAnotherReader) {
@@ -68,27 +68,23 @@ TEST_F(PlatformRegistry, TextsThatWouldBreakTheFileComeBackWholeToAnotherReader)
 }
 
 TEST_F(PlatformRegistry, KeysAreMadeWithTheirParentsAndListedOneLevelDown) {
-    IniRegistry reg(dir.path() + QStringLiteral("/sub/folder/registry.ini")); // a missing file is empty
+    IniRegistry reg(dir.path() + u"/sub/folder/registry.ini"_s); // a missing file is empty
     EXPECT_TRUE(reg.Enum_Keys(QString()).isEmpty());
     const QString catalog = QStringLiteral(
         "SYSTEM\\CurrentControlSet\\services\\WinSock2\\Parameters\\Protocol_Catalog9\\Catalog_Entries");
-    ASSERT_TRUE(
-        reg.Set_Binary(catalog + QStringLiteral("\\000000000001"), QStringLiteral("PackedCatalogItem"), "x"));
-    ASSERT_TRUE(reg.Create_Key(catalog + QStringLiteral("\\000000000002\\Deeper")));
+    ASSERT_TRUE(reg.Set_Binary(catalog + u"\\000000000001"_s, u"PackedCatalogItem"_s, "x"));
+    ASSERT_TRUE(reg.Create_Key(catalog + u"\\000000000002\\Deeper"_s));
     EXPECT_TRUE(QFile::exists(reg.File_Name()));
-    EXPECT_TRUE(reg.Key_Exists(QStringLiteral("SYSTEM\\CurrentControlSet")));
-    EXPECT_EQ(reg.Enum_Keys(catalog),
-              (QStringList{QStringLiteral("000000000001"), QStringLiteral("000000000002")}));
+    EXPECT_TRUE(reg.Key_Exists(u"SYSTEM\\CurrentControlSet"_s));
+    EXPECT_EQ(reg.Enum_Keys(catalog), (QStringList{u"000000000001"_s, u"000000000002"_s}));
     // The 64-bit catalogue is another key, not a prefix match of the 32-bit one.
-    EXPECT_FALSE(reg.Key_Exists(catalog + QStringLiteral("64")));
+    EXPECT_FALSE(reg.Key_Exists(catalog + u"64"_s));
 
-    EXPECT_TRUE(reg.Delete_Key(catalog + QStringLiteral("\\000000000002")));
-    EXPECT_FALSE(reg.Key_Exists(catalog + QStringLiteral("\\000000000002\\Deeper")));
-    EXPECT_EQ(reg.Enum_Keys(catalog), QStringList{QStringLiteral("000000000001")});
-    EXPECT_TRUE(
-        reg.Delete_Value(catalog + QStringLiteral("\\000000000001"), QStringLiteral("packedcatalogitem")));
-    EXPECT_FALSE(
-        reg.Delete_Value(catalog + QStringLiteral("\\000000000001"), QStringLiteral("PackedCatalogItem")));
+    EXPECT_TRUE(reg.Delete_Key(catalog + u"\\000000000002"_s));
+    EXPECT_FALSE(reg.Key_Exists(catalog + u"\\000000000002\\Deeper"_s));
+    EXPECT_EQ(reg.Enum_Keys(catalog), QStringList{u"000000000001"_s});
+    EXPECT_TRUE(reg.Delete_Value(catalog + u"\\000000000001"_s, u"packedcatalogitem"_s));
+    EXPECT_FALSE(reg.Delete_Value(catalog + u"\\000000000001"_s, u"PackedCatalogItem"_s));
 }
 
 } // namespace
@@ -97,28 +93,25 @@ namespace {
 
 TEST(PlatformCatalog, TheProviderHasOneEntryBesideTheOthers) {
     QTemporaryDir dir;
-    hv::IniRegistry reg(dir.path() + QStringLiteral("/registry.ini"));
+    hv::IniRegistry reg(dir.path() + u"/registry.ini"_s);
     const QString catalog = hv::Catalog_Key(false);
-    EXPECT_EQ(hv::Catalog_Key(true), catalog + QStringLiteral("64"));
-    const QString other = catalog + QStringLiteral("\\000000000005");
-    ASSERT_TRUE(
-        reg.Set_Binary(other, QStringLiteral("PackedCatalogItem"), "%SystemRoot%\\system32\\mswsock.dll"));
+    EXPECT_EQ(hv::Catalog_Key(true), catalog + u"64"_s);
+    const QString other = catalog + u"\\000000000005"_s;
+    ASSERT_TRUE(reg.Set_Binary(other, u"PackedCatalogItem"_s, "%SystemRoot%\\system32\\mswsock.dll"));
 
     // A second install does not add a second entry; the new one is numbered after the highest.
     hv::Add_Provider_Entry(reg, catalog);
     hv::Add_Provider_Entry(reg, catalog);
-    EXPECT_EQ(reg.Enum_Keys(catalog),
-              (QStringList{QStringLiteral("000000000005"), QStringLiteral("000000000006")}));
-    EXPECT_TRUE(hv::Entry_Names_Provider(reg, catalog + QStringLiteral("\\000000000006")));
+    EXPECT_EQ(reg.Enum_Keys(catalog), (QStringList{u"000000000005"_s, u"000000000006"_s}));
+    EXPECT_TRUE(hv::Entry_Names_Provider(reg, catalog + u"\\000000000006"_s));
     EXPECT_FALSE(hv::Entry_Names_Provider(reg, other));
     EXPECT_FALSE(reg.Key_Exists(hv::Catalog_Key(true)));
 
     // Removing takes every entry that names the library, in any case, and leaves the others.
-    ASSERT_TRUE(reg.Set_String(catalog + QStringLiteral("\\000000000009"),
-                               QStringLiteral("PackedCatalogItem"),
-                               QStringLiteral("C:\\WINDOWS\\HVSOCK.DLL")));
+    ASSERT_TRUE(
+        reg.Set_String(catalog + u"\\000000000009"_s, u"PackedCatalogItem"_s, u"C:\\WINDOWS\\HVSOCK.DLL"_s));
     hv::Remove_Provider_Entries(reg, catalog);
-    EXPECT_EQ(reg.Enum_Keys(catalog), QStringList{QStringLiteral("000000000005")});
+    EXPECT_EQ(reg.Enum_Keys(catalog), QStringList{u"000000000005"_s});
 }
 
 } // namespace

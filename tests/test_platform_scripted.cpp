@@ -9,6 +9,8 @@
 #include <gtest/gtest.h>
 #include <utility>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using namespace hv;
@@ -22,25 +24,25 @@ protected:
 
 TEST_F(PlatformScripted, OkBoxesAnswerThemselvesAndQuestionsTakeTheQueue) {
     world.answers = {MsgAnswer::Yes};
-    EXPECT_EQ(MsgBox(QStringLiteral("done"), MsgStyle::Information), MsgAnswer::OK);
+    EXPECT_EQ(MsgBox(u"done"_s, MsgStyle::Information), MsgAnswer::OK);
     // The OK box did not use the queued answer: the question gets it.
-    EXPECT_EQ(MsgBox(QStringLiteral("sure?"), MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::Yes);
+    EXPECT_EQ(MsgBox(u"sure?"_s, MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::Yes);
     // An OK queued for an OK box is taken by it, not left for the next question.
     world.answers = {MsgAnswer::OK, MsgAnswer::Yes};
-    EXPECT_EQ(MsgBox(QStringLiteral("saved"), MsgStyle::Information), MsgAnswer::OK);
-    EXPECT_EQ(MsgBox(QStringLiteral("sure?"), MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::Yes);
+    EXPECT_EQ(MsgBox(u"saved"_s, MsgStyle::Information), MsgAnswer::OK);
+    EXPECT_EQ(MsgBox(u"sure?"_s, MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::Yes);
     EXPECT_TRUE(world.failure.isEmpty()) << world.failure.toStdString();
     ASSERT_EQ(world.boxes.size(), 4u);
-    EXPECT_EQ(world.boxes[0].title, QStringLiteral("HalvenorTS"));
+    EXPECT_EQ(world.boxes[0].title, u"HalvenorTS"_s);
     EXPECT_EQ(world.boxes[1].answer, MsgAnswer::Yes);
 
     // With nothing queued a question is a failure of the scenario, answered No so the program goes on.
-    EXPECT_EQ(MsgBox(QStringLiteral("again?"), MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::No);
-    EXPECT_EQ(world.failure, QStringLiteral("unanswered question: \"again?\""));
+    EXPECT_EQ(MsgBox(u"again?"_s, MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::No);
+    EXPECT_EQ(world.failure, u"unanswered question: \"again?\""_s);
     world.failure.clear();
     world.answers = {MsgAnswer::OK};
-    EXPECT_EQ(MsgBox(QStringLiteral("delete?"), MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::No);
-    EXPECT_TRUE(world.failure.contains(QStringLiteral("does not fit")));
+    EXPECT_EQ(MsgBox(u"delete?"_s, MsgStyle::Question, MsgButtons::YesNo), MsgAnswer::No);
+    EXPECT_TRUE(world.failure.contains(u"does not fit"_s));
 }
 
 TEST_F(PlatformScripted, TheProviderGivesTheBaseNameOfAPaddedPath) {
@@ -112,9 +114,9 @@ TEST(PlatformDesktop, TheWindowsDirectoryComesFromTheEnvironmentWithoutTrailingS
     const QByteArray saved = qgetenv("HALVENORTS_WINDIR");
     QtPlatform p;
     qputenv("HALVENORTS_WINDIR", "/srv/hv/");
-    EXPECT_EQ(p.Windows_Directory(), QStringLiteral("/srv/hv"));
+    EXPECT_EQ(p.Windows_Directory(), u"/srv/hv"_s);
     qunsetenv("HALVENORTS_WINDIR");
-    EXPECT_EQ(p.Windows_Directory(), QStringLiteral("/var/lib/halvenorts"));
+    EXPECT_EQ(p.Windows_Directory(), u"/var/lib/halvenorts"_s);
     if (!saved.isNull())
         qputenv("HALVENORTS_WINDIR", saved);
 }

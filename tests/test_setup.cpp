@@ -9,6 +9,8 @@
 
 #include <map>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace hv {
 namespace {
 
@@ -29,7 +31,7 @@ protected:
         QString error;
         ASSERT_TRUE(Create_Store(Store(), false, &error)) << error.toStdString();
     }
-    QString Store() const { return dir.filePath(QStringLiteral("win/hvpolicy.iil")); }
+    QString Store() const { return dir.filePath(u"win/hvpolicy.iil"_s); }
     QTemporaryDir dir;
 };
 
@@ -47,57 +49,51 @@ TEST_F(Setup, ToolCreatesRefusesToOverwriteAndReplacesWithForce) {
     QString error;
     EXPECT_FALSE(Create_Store(Store(), false, &error));
     EXPECT_FALSE(error.isEmpty());
-    const QString folder = dir.filePath(QStringLiteral("tool")),
-                  store = folder + QStringLiteral("/hvpolicy.iil");
+    const QString folder = dir.filePath(u"tool"_s), store = folder + u"/hvpolicy.iil"_s;
     auto [code, out] = Setup_Tool({"create", folder});
     ASSERT_EQ(code, 0) << out.toStdString();
     Raw_Rows(store, "INSERT INTO USER_TBL (USER_NAME) VALUES ('marker')");
     std::tie(code, out) = Setup_Tool({"create", folder});
     EXPECT_EQ(code, 1);
-    EXPECT_TRUE(out.contains(QStringLiteral("already exists"))) << out.toStdString();
+    EXPECT_TRUE(out.contains(u"already exists"_s)) << out.toStdString();
     EXPECT_EQ(Setup_Tool({"demo", folder, "--report-rows", "10"}).first, 1) << "demo refuses too";
-    EXPECT_EQ(One(store, "SELECT COUNT(*) FROM USER_TBL"), QStringLiteral("2"));
+    EXPECT_EQ(One(store, "SELECT COUNT(*) FROM USER_TBL"), u"2"_s);
 
     std::tie(code, out) = Setup_Tool({"create", "--force", folder});
     ASSERT_EQ(code, 0) << out.toStdString();
-    EXPECT_EQ(One(store, "SELECT COUNT(*) FROM USER_TBL"), QStringLiteral("1"));
+    EXPECT_EQ(One(store, "SELECT COUNT(*) FROM USER_TBL"), u"1"_s);
     std::tie(code, out) = Setup_Tool({"demo", folder, "--force", "--report-rows", "10"});
     ASSERT_EQ(code, 0) << out.toStdString();
-    EXPECT_EQ(One(store, kReportRows), QStringLiteral("10"));
+    EXPECT_EQ(One(store, kReportRows), u"10"_s);
     for (const QStringList& bad :
          {QStringList{}, QStringList{"remove"}, QStringList{"demo", folder, "--report-rows"},
           QStringList{"create", folder, "other"}})
         EXPECT_EQ(Setup_Tool(bad).first, 2) << bad.join(u' ').toStdString();
-    EXPECT_FALSE(QFile::exists(store + QStringLiteral(".part")));
+    EXPECT_FALSE(QFile::exists(store + u".part"_s));
 }
 
 // Readers never block the console's writes: new and demo stores are in write-ahead-log mode, and upgrade
 // switches an older store without touching its rows; it refuses what is no store.
 TEST_F(Setup, StoresUseWriteAheadLoggingAndUpgradeSwitchesOldOnes) {
-    const QString mode = QStringLiteral("PRAGMA journal_mode");
-    EXPECT_EQ(One(Store(), mode.toUtf8()), QStringLiteral("wal"));
-    const QString folder = dir.filePath(QStringLiteral("old")),
-                  store = folder + QStringLiteral("/hvpolicy.iil");
+    const QString mode = u"PRAGMA journal_mode"_s;
+    EXPECT_EQ(One(Store(), mode.toUtf8()), u"wal"_s);
+    const QString folder = dir.filePath(u"old"_s), store = folder + u"/hvpolicy.iil"_s;
     ASSERT_EQ(Setup_Tool({"demo", folder, "--report-rows", "5"}).first, 0);
-    EXPECT_EQ(One(store, mode.toUtf8()), QStringLiteral("wal"));
-    EXPECT_EQ(One(store, "PRAGMA journal_mode=DELETE"), QStringLiteral("delete"));
+    EXPECT_EQ(One(store, mode.toUtf8()), u"wal"_s);
+    EXPECT_EQ(One(store, "PRAGMA journal_mode=DELETE"), u"delete"_s);
     const QString users = One(store, "SELECT GROUP_CONCAT(USER_NAME) FROM USER_TBL");
 
     auto [code, out] = Setup_Tool({"upgrade", folder});
     ASSERT_EQ(code, 0) << out.toStdString();
-    EXPECT_EQ(One(store, mode.toUtf8()), QStringLiteral("wal"));
+    EXPECT_EQ(One(store, mode.toUtf8()), u"wal"_s);
     EXPECT_EQ(One(store, "SELECT GROUP_CONCAT(USER_NAME) FROM USER_TBL"), users);
-    EXPECT_EQ(One(store, kReportRows), QStringLiteral("5"));
+    EXPECT_EQ(One(store, kReportRows), u"5"_s);
     EXPECT_EQ(Setup_Tool({"upgrade", folder}).first, 0) << "a second upgrade changes nothing";
 
-    const QString notStore = dir.filePath(QStringLiteral("text"));
+    const QString notStore = dir.filePath(u"text"_s);
     QDir().mkpath(notStore);
-    {
-        QFile f(notStore + QStringLiteral("/hvpolicy.iil"));
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write(QByteArray(4096, 'x'));
-    }
-    for (const QString& bad : {dir.filePath(QStringLiteral("none")), notStore}) {
+    hv::testing::Write_File(notStore + u"/hvpolicy.iil"_s, QByteArray(4096, 'x'));
+    for (const QString& bad : {dir.filePath(u"none"_s), notStore}) {
         std::tie(code, out) = Setup_Tool({"upgrade", bad});
         EXPECT_EQ(code, 1) << out.toStdString();
     }
@@ -109,7 +105,7 @@ TEST_F(Setup, SchemaHasEveryTableAndColumnWithDefaults) {
     const QString subject =
         QStringLiteral("FEATURE_BITS#,STATUS_BITS#,IA_ON_OFF#,SCH_FOR#,DEVICE_LOCK#,URL_MSG_TYPE#,"
                        "BLOCKED_URL_MSG,REDIRECT_URL,APP_MSG_TYPE#,APP_BLOCKER_MSG");
-    const QString owner = QStringLiteral(",COMPUTER_ID#,USER_ID#");
+    const QString owner = u",COMPUTER_ID#,USER_ID#"_s;
     const std::map<QString, QString> expected = {
         {"SETTINGS_TBL",
          "SETTINGS_ID#,PROGRAM_MODE#,CLIENT_OPTIONS#,PWD,REMOTE_MODE#,SERVER_NAME,CLIENT_PORT"},
@@ -150,7 +146,7 @@ TEST_F(Setup, SchemaHasEveryTableAndColumnWithDefaults) {
                           "ELSE ' ' || type END || CASE pk WHEN 0 THEN '' ELSE '*' END, ','), SUM(pk = 0 AND "
                           "(\"notnull\" OR dflt_value IS NULL)) FROM pragma_table_info('" +
                               table.toLatin1() + "')"),
-                  columns + QStringLiteral("|0"));
+                  columns + u"|0"_s);
         // A row made of defaults alone has no NULL anywhere.
         Raw_Rows(db, "INSERT INTO " + table.toLatin1() + " DEFAULT VALUES");
         EXPECT_FALSE(One(db, "SELECT * FROM " + table.toLatin1()).contains("<null>"));
@@ -159,8 +155,8 @@ TEST_F(Setup, SchemaHasEveryTableAndColumnWithDefaults) {
 
 TEST_F(Setup, KeyRowsDefaultsUniquenessAndIndexes) {
     const QString db = Store();
-    EXPECT_EQ(One(db, "SELECT * FROM SETTINGS_TBL"), QStringLiteral("1|0|2|Watchman|0|localhost|5150"));
-    EXPECT_EQ(One(db, "SELECT USER_ID, USER_NAME FROM USER_TBL"), QStringLiteral("0|[All Users...]"));
+    EXPECT_EQ(One(db, "SELECT * FROM SETTINGS_TBL"), u"1|0|2|Watchman|0|localhost|5150"_s);
+    EXPECT_EQ(One(db, "SELECT USER_ID, USER_NAME FROM USER_TBL"), u"0|[All Users...]"_s);
 
     // What Add_User leaves: the name alone, everything else from the file's defaults, ids ascending (an
     // ignored repeat of a name may use up a number).
@@ -174,7 +170,7 @@ TEST_F(Setup, KeyRowsDefaultsUniquenessAndIndexes) {
     // A removed user's id is not given out again, not even when it was the highest.
     Raw_Rows(db, "DELETE FROM USER_TBL WHERE USER_NAME='carol'");
     Raw_Rows(db, "INSERT OR IGNORE INTO USER_TBL (USER_NAME) VALUES ('dave')");
-    EXPECT_EQ(One(db, "SELECT USER_ID FROM USER_TBL WHERE USER_NAME='dave'"), QStringLiteral("4"));
+    EXPECT_EQ(One(db, "SELECT USER_ID FROM USER_TBL WHERE USER_NAME='dave'"), u"4"_s);
 
     const std::pair<const char*, int> lists[] = {
         {"BL_TBL", 1},  {"WL_TBL", 1},     {"FILE_TBL", 1},       {"SMTP_TBL", 1}, {"POP3_TBL", 1},
@@ -191,23 +187,22 @@ TEST_F(Setup, KeyRowsDefaultsUniquenessAndIndexes) {
     for (const char* report : {"URL_RPT_TBL", "PROGRAM_RPT_TBL", "DEVICE_RPT_TBL", "EMAIL_RPT_TBL"})
         EXPECT_EQ(One(db, QByteArray("SELECT GROUP_CONCAT(i.name) FROM pragma_index_list('") + report +
                               "') l, pragma_index_info(l.name) i"),
-                  QStringLiteral("USER_ID,START_TIME"))
+                  u"USER_ID,START_TIME"_s)
             << report;
 }
 
 TEST_F(Setup, DemoStoreHasUsersRulesAndRecentReportsOfAllKinds) {
     QString error;
     const QDateTime now(QDate(2026, 3, 2), QTime(8, 30, 0));
-    ASSERT_TRUE(Fill_Demo(Store(), 401, QStringLiteral("tester"), now, &error)) << error.toStdString();
+    ASSERT_TRUE(Fill_Demo(Store(), 401, u"tester"_s, now, &error)) << error.toStdString();
     const QString db = Store();
-    EXPECT_EQ(One(db, "SELECT PROGRAM_MODE FROM SETTINGS_TBL"), QStringLiteral("1"));
+    EXPECT_EQ(One(db, "SELECT PROGRAM_MODE FROM SETTINGS_TBL"), u"1"_s);
     const QStringList users = Raw_Rows(db, "SELECT USER_NAME FROM USER_TBL ORDER BY USER_ID");
-    EXPECT_EQ(users.mid(0, 2).join(u','), QStringLiteral("[All Users...],tester"))
-        << users.size() << " users";
+    EXPECT_EQ(users.mid(0, 2).join(u','), u"[All Users...],tester"_s) << users.size() << " users";
     EXPECT_GE(users.size(), 4);
     EXPECT_EQ(One(db, "SELECT (SELECT COUNT(*) FROM BL_TBL) > 0 AND (SELECT COUNT(*) FROM PORT_TBL) > 0 AND "
                       "(SELECT COUNT(*) FROM WINDOW_TBL) > 0"),
-              QStringLiteral("1")); // rules on several pages
+              u"1"_s); // rules on several pages
     // Usage rows as the enforcement components write them: of each kind, by real users, in the last 30 days.
     QStringList spans;
     for (const char* table : {"URL_RPT_TBL", "PROGRAM_RPT_TBL", "DEVICE_RPT_TBL", "EMAIL_RPT_TBL"})
@@ -218,8 +213,8 @@ TEST_F(Setup, DemoStoreHasUsersRulesAndRecentReportsOfAllKinds) {
                        "SUM(START_TIME NOT GLOB '[0-9][0-9][0-9][0-9]-[0-9][0-9]-[0-9][0-9] "
                        "[0-9][0-9]:[0-9][0-9]:[0-9][0-9]') FROM ") +
                 table);
-    EXPECT_EQ(spans, QStringList(4, QStringLiteral("1|1|0|1|1|0")));
-    EXPECT_EQ(One(db, kReportRows), QStringLiteral("401"));
+    EXPECT_EQ(spans, QStringList(4, u"1|1|0|1|1|0"_s));
+    EXPECT_EQ(One(db, kReportRows), u"401"_s);
 }
 
 } // namespace

@@ -14,26 +14,28 @@
 #include <algorithm>
 #include <stdexcept>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace hv {
 namespace {
 
 // Text slots must sit between quotes; identifiers must be plain names. Both are the program's own doing.
 TEST(StoreEngineSql, MisbuiltStatementsAreProgrammingErrors) {
-    EXPECT_THROW(Sql("WHERE X=") << txt(QStringLiteral("a")), std::logic_error);
-    EXPECT_THROW(Sql("WHERE X='") << txt(QStringLiteral("a")) << " AND", std::logic_error);
-    EXPECT_THROW(Sql("X='") << txt(QStringLiteral("a")) << num(1), std::logic_error);
-    EXPECT_THROW((Sql("X='") << txt(QStringLiteral("a"))).Literal_Text(), std::logic_error);
+    EXPECT_THROW(Sql("WHERE X=") << txt(u"a"_s), std::logic_error);
+    EXPECT_THROW(Sql("WHERE X='") << txt(u"a"_s) << " AND", std::logic_error);
+    EXPECT_THROW(Sql("X='") << txt(u"a"_s) << num(1), std::logic_error);
+    EXPECT_THROW((Sql("X='") << txt(u"a"_s)).Literal_Text(), std::logic_error);
     EXPECT_THROW(Sql("WHERE X='") << num(1), std::logic_error);
     for (const char* bad : {"", "1ABC", "A B", "A;DROP", "A'"})
         EXPECT_THROW(Sql("SELECT ") << ident(QString::fromLatin1(bad)), std::logic_error) << bad;
-    EXPECT_NO_THROW(Sql("SELECT ") << ident(QStringLiteral("_Col9")));
+    EXPECT_NO_THROW(Sql("SELECT ") << ident(u"_Col9"_s));
 }
 
 TEST(StoreEngineTable, ConversionsAndSubscripts) {
-    const auto Failure_Of = [](const std::function<void()>& f) { return hv::testing::Raised(f); };
+    constexpr auto& Failure_Of = hv::testing::Raised;
     ResultTable t;
-    t.Set_Columns({QStringLiteral("A"), QStringLiteral("B")});
-    t.Append_Row({QStringLiteral("x"), std::nullopt});
+    t.Set_Columns({u"A"_s, u"B"_s});
+    t.Append_Row({u"x"_s, std::nullopt});
     EXPECT_TRUE(t.Is_Null(1, 1));
     // NULL comes over as an empty text, which does not convert to a number.
     EXPECT_EQ(t.Text(1, 1), QString());
@@ -41,7 +43,7 @@ TEST(StoreEngineTable, ConversionsAndSubscripts) {
     EXPECT_EQ(Failure_Of([&] { t.Text(2, 0); }), errnum::SubscriptOutOfRange);
     EXPECT_EQ(Failure_Of([&] { t.Long(1, 2); }), errnum::SubscriptOutOfRange);
     EXPECT_EQ(Failure_Of([&] { t.Text(-1, 0); }), errnum::SubscriptOutOfRange);
-    EXPECT_EQ(Err().Description, QStringLiteral("Subscript out of range"));
+    EXPECT_EQ(Err().Description, u"Subscript out of range"_s);
 
     // Long converts like an implicit conversion: blanks, signs, banker's rounding, exponents.
     const std::pair<const char*, qint64> good[] = {
@@ -82,21 +84,11 @@ protected:
     long rows = -1;
 };
 
-TEST_F(StoreEngine, ResultTableHoldsNamesRowsAndNulls) {
-    ASSERT_TRUE(Run_Query(Sql("SELECT USER_ID, USER_NAME, NULL AS NO_VALUE FROM USER_TBL"), rows, t));
-    EXPECT_EQ(rows, 1);
-    EXPECT_EQ(t.Text(0, 0) + t.Text(0, 2), QStringLiteral("USER_IDNO_VALUE"));
-    EXPECT_EQ(t.Long(1, 0), 0);
-    EXPECT_EQ(t.Text(1, 1), QStringLiteral("[All Users...]"));
-    EXPECT_TRUE(t.Is_Null(1, 2));
-    EXPECT_TRUE(p.boxes.empty());
-}
-
 TEST_F(StoreEngine, UnusableStoreIsReportedOnceByOpen) {
     const QString path = Get_Db_Path();
     const std::pair<std::function<void()>, QString> cases[] = {
         {[&] { QFile::remove(path); },
-         QStringLiteral("File not found: ErrNo=53: ErrDesc=File not found: ErrSrc=HalvenorTS")},
+         u"File not found: ErrNo=53: ErrDesc=File not found: ErrSrc=HalvenorTS"_s},
         {[&] { QFile(path).resize(0); }, QString()},
         {[&] { QFile::remove(path), QDir().mkpath(path); },
          QStringLiteral(
@@ -126,39 +118,42 @@ TEST_F(StoreEngine, UnusableStoreIsReportedOnceByOpen) {
 
 TEST_F(StoreEngine, SqlErrorIsReportedTwiceSqliteTextFirst) {
     EXPECT_FALSE(Run_Query(Sql("SELECT * FROM NO_SUCH_TBL"), rows, t));
-    EXPECT_EQ(Box_Texts(), (QStringList{QStringLiteral("no such table: NO_SUCH_TBL"), QString()}));
+    EXPECT_EQ(Box_Texts(), (QStringList{u"no such table: NO_SUCH_TBL"_s, QString()}));
     QFile f(Logger()->strFileName);
     ASSERT_TRUE(f.open(QIODevice::ReadOnly));
-    QStringList lines = QString::fromUtf8(f.readAll()).split(QStringLiteral("\r\n"));
+    QStringList lines = QString::fromUtf8(f.readAll()).split(u"\r\n"_s);
     ASSERT_EQ(lines.size(), 3);
-    EXPECT_TRUE(lines[1].startsWith(QStringLiteral("E: no such table: NO_SUCH_TBL ")));
-    EXPECT_EQ(lines[2], QStringLiteral("E:") + QString(78, u' ') + QStringLiteral(": 15-Jan-26 10:00:00"));
+    EXPECT_TRUE(lines[1].startsWith(u"E: no such table: NO_SUCH_TBL "_s));
+    EXPECT_EQ(lines[2], u"E:"_s + QString(78, u' ') + u": 15-Jan-26 10:00:00"_s);
     // The handle-0 path of Db_Exec is silent.
     EXPECT_FALSE(Db_Exec(0, Sql("SELECT 1"), t, rows));
     Db_Close(0);
     EXPECT_TRUE(p.boxes.empty());
 }
 
-// The row-by-row form of Run_Query hands over what the table would hold, and fails the same way.
+// The table holds names, rows and NULLs; the row-by-row form of Run_Query hands over what the table would
+// hold, and fails the same way.
 TEST_F(StoreEngine, RowsHandedOverOneByOneAreTheTablesRows) {
-    Run(QStringLiteral("INSERT INTO USER_TBL (USER_NAME) VALUES ('b')"));
-    const Sql sql("SELECT USER_ID, USER_NAME, NULL FROM USER_TBL ORDER BY USER_ID");
+    Run(u"INSERT INTO USER_TBL (USER_NAME) VALUES ('b')"_s);
+    const Sql sql("SELECT USER_ID, USER_NAME, NULL AS NO_VALUE FROM USER_TBL ORDER BY USER_ID");
     ASSERT_TRUE(Run_Query(sql, rows, t));
+    EXPECT_EQ(t.Text(0, 0) + t.Text(0, 2), u"USER_IDNO_VALUE"_s);
+    EXPECT_EQ(t.Long(1, 0), 0);
+    EXPECT_TRUE(t.Is_Null(1, 2));
     QStringList seen;
     long handed = 0;
     ASSERT_TRUE(Run_Query_Rows(
         sql, [&](const QString* cells, int count) { seen << QStringList(cells, cells + count).join(u'|'); },
         handed));
     EXPECT_EQ(handed, rows);
-    EXPECT_EQ(seen, (QStringList{t.Text(1, 0) + QStringLiteral("|[All Users...]|"),
-                                 t.Text(2, 0) + QStringLiteral("|b|")}));
+    EXPECT_EQ(seen, (QStringList{t.Text(1, 0) + u"|[All Users...]|"_s, t.Text(2, 0) + u"|b|"_s}));
     EXPECT_TRUE(p.boxes.empty());
 
     EXPECT_FALSE(Run_Query_Rows(
         Sql("SELECT * FROM NO_SUCH_TBL"), [](const QString*, int) {}, handed));
-    EXPECT_EQ(Box_Texts(), (QStringList{QStringLiteral("no such table: NO_SUCH_TBL"), QString()}));
+    EXPECT_EQ(Box_Texts(), (QStringList{u"no such table: NO_SUCH_TBL"_s, QString()}));
     EXPECT_FALSE(Run_Query_Rows(
-        Sql("SELECT USER_NAME FROM USER_TBL WHERE USER_NAME='") << txt(QStringLiteral("o'k")) << "'",
+        Sql("SELECT USER_NAME FROM USER_TBL WHERE USER_NAME='") << txt(u"o'k"_s) << "'",
         [](const QString*, int) {}, handed));
     EXPECT_EQ(Box_Texts().size(), 2);
     EXPECT_EQ(handed, 0);
@@ -167,23 +162,18 @@ TEST_F(StoreEngine, RowsHandedOverOneByOneAreTheTablesRows) {
 TEST_F(StoreEngine, ApostropheInAValueFailsAsSqlErrorAndRunsNothing) {
     // SQLite's own words for the text as it reads with the value written in; the last one would compile
     // (and log anyone in) but is refused as a syntax error all the same.
-    struct Case {
-        Sql sql;
-        const char* message;
-    };
-    const Case cases[] = {
-        {Sql("INSERT INTO USER_TBL (USER_NAME) VALUES ('") << txt(QStringLiteral("O'Brien")) << "')",
+    const std::pair<Sql, const char*> cases[] = {
+        {Sql("INSERT INTO USER_TBL (USER_NAME) VALUES ('") << txt(u"O'Brien"_s) << "')",
          "near \"Brien\": syntax error"},
-        {Sql("UPDATE SETTINGS_TBL SET PWD='") << txt(QStringLiteral("abc'")) << "'",
-         "unrecognized token: \"'abc''\""},
-        {Sql("SELECT COUNT(*) FROM SETTINGS_TBL WHERE PWD='") << txt(QStringLiteral("' OR '1'='1")) << "'",
+        {Sql("UPDATE SETTINGS_TBL SET PWD='") << txt(u"abc'"_s) << "'", "unrecognized token: \"'abc''\""},
+        {Sql("SELECT COUNT(*) FROM SETTINGS_TBL WHERE PWD='") << txt(u"' OR '1'='1"_s) << "'",
          "near \"'\": syntax error"},
     };
-    for (const Case& c : cases) {
-        const QStringList expected{QString::fromUtf8(c.message), QString()};
-        EXPECT_FALSE(Run_Query(c.sql, rows, t));
+    for (const auto& [sql, message] : cases) {
+        const QStringList expected{QString::fromUtf8(message), QString()};
+        EXPECT_FALSE(Run_Query(sql, rows, t));
         EXPECT_EQ(Box_Texts(), expected);
-        EXPECT_FALSE(Run_In_Transaction(c.sql));
+        EXPECT_FALSE(Run_In_Transaction(sql));
         EXPECT_EQ(Box_Texts(), expected);
     }
     EXPECT_EQ(Peek("SELECT COUNT(*) FROM USER_TBL"), "1");
@@ -222,19 +212,18 @@ TEST_F(StoreEngine, LockedStoreIsReportedAtOnce) {
     sqlite3_exec(holder, "ROLLBACK", nullptr, nullptr, nullptr);
     sqlite3_close(holder);
     // No waiting and no retry: SQLite's words at once, then the operation's own (empty) report.
-    EXPECT_EQ(Box_Texts(), (QStringList{QStringLiteral("database is locked"), QString()}));
+    EXPECT_EQ(Box_Texts(), (QStringList{u"database is locked"_s, QString()}));
 }
 
 class StoreOps : public StoreEngine {
 protected:
     void SetUp() override {
         StoreEngine::SetUp();
-        ASSERT_TRUE(Add_User(QStringLiteral("alice"), m_alice));
-        ASSERT_TRUE(Add_User(QStringLiteral("bob"), m_bob));
+        ASSERT_TRUE(Add_User(u"alice"_s, m_alice));
+        ASSERT_TRUE(Add_User(u"bob"_s, m_bob));
     }
     std::string User_Column(const char* column, long U) {
-        return Peek(
-            QStringLiteral("SELECT %1 FROM USER_TBL WHERE USER_ID=%2").arg(QLatin1String(column)).arg(U));
+        return Peek(u"SELECT %1 FROM USER_TBL WHERE USER_ID=%2"_s.arg(QLatin1String(column)).arg(U));
     }
     long m_alice = 0, m_bob = 0;
 };
@@ -268,7 +257,7 @@ TEST_F(StoreOps, SubjectRuleAndItsTwoExceptions) {
 }
 
 TEST_F(StoreOps, FeatureBitsChangeOnlyTheirOwnBitAndAFailedReadLosesTheOthers) {
-    Run(QStringLiteral("UPDATE USER_TBL SET FEATURE_BITS=259, STATUS_BITS=1 WHERE USER_ID=%1").arg(m_alice));
+    Run(u"UPDATE USER_TBL SET FEATURE_BITS=259, STATUS_BITS=1 WHERE USER_ID=%1"_s.arg(m_alice));
     Set_Feature_Bit(true, FEATURE_URL_FILTER, 0, m_alice);
     EXPECT_EQ(User_Column("FEATURE_BITS", m_alice), "263");
     Set_Feature_Bit(false, FEATURE_PORT_FILTER, 0, m_alice);
@@ -289,7 +278,7 @@ TEST_F(StoreOps, FeatureBitsChangeOnlyTheirOwnBitAndAFailedReadLosesTheOthers) {
     EXPECT_EQ(Box_Texts(), QStringList());
 
     // A value that does not read as a number: the read fails, the change starts from 0.
-    Run(QStringLiteral("UPDATE USER_TBL SET FEATURE_BITS='0x107' WHERE USER_ID=%1").arg(m_alice));
+    Run(u"UPDATE USER_TBL SET FEATURE_BITS='0x107' WHERE USER_ID=%1"_s.arg(m_alice));
     Set_Feature_Bit(true, FEATURE_URL_FILTER, 0, m_alice);
     EXPECT_EQ(User_Column("FEATURE_BITS", m_alice), "4");
     EXPECT_EQ(Box_Texts(), QStringList{QStringLiteral(
@@ -308,7 +297,7 @@ TEST_F(StoreOps, BatchAddOfADuplicateAddsNothingAndSucceeds) {
 
     ASSERT_TRUE(Get_List_Items("BL_URL", "BL_TBL", 0, m_alice, t, rows));
     ASSERT_EQ(rows, 1);
-    EXPECT_EQ(t.Text(1, 0), QStringLiteral("games.example"));
+    EXPECT_EQ(t.Text(1, 0), u"games.example"_s);
     // No connection: false, and nothing shown (the opening has reported already, if it failed).
     EXPECT_FALSE(Add_List_Item(0, t, "BL_URL", "BL_TBL", "x.example", 0, m_alice));
     EXPECT_EQ(Box_Texts(), QStringList());
@@ -321,22 +310,24 @@ TEST_F(StoreOps, BatchAddUserGivesTheKeysOfTheCycleAndCommitsWithTheBatch) {
     {
         StoreBatch batch;
         ASSERT_NE(batch.Open(), 0);
-        ASSERT_TRUE(Add_User(batch.Handle(), batch.result, QStringLiteral("carol"), carol));
+        ASSERT_TRUE(Add_User(batch.Handle(), batch.result, u"carol"_s, carol));
         EXPECT_GT(carol, m_bob);
-        ASSERT_TRUE(Add_User(batch.Handle(), batch.result, QStringLiteral("alice"), again));
+        ASSERT_TRUE(Add_User(batch.Handle(), batch.result, u"alice"_s, again));
         EXPECT_EQ(again, m_alice);
         EXPECT_TRUE(batch.Close());
     }
+    ASSERT_TRUE(Add_User(u"alice"_s, again)); // on its own connection too
+    EXPECT_EQ(again, m_alice);
     EXPECT_EQ(User_Column("USER_NAME", carol), "carol");
     Run(QStringLiteral("CREATE TRIGGER NO_ZED BEFORE INSERT ON USER_TBL WHEN NEW.USER_NAME='zed' "
                        "BEGIN SELECT RAISE(ABORT, 'refused'); END"));
     StoreBatch batch;
     batch.Open();
-    EXPECT_FALSE(Add_User(batch.Handle(), batch.result, QStringLiteral("zed"), bad));
+    EXPECT_FALSE(Add_User(batch.Handle(), batch.result, u"zed"_s, bad));
     EXPECT_EQ(bad, -1);
-    EXPECT_FALSE(Add_User(0, batch.result, QStringLiteral("yan"), bad));
+    EXPECT_FALSE(Add_User(0, batch.result, u"yan"_s, bad));
     EXPECT_TRUE(batch.Close());
-    EXPECT_EQ(Box_Texts(), (QStringList{QStringLiteral("refused"), QString()}));
+    EXPECT_EQ(Box_Texts(), (QStringList{u"refused"_s, QString()}));
 }
 
 TEST_F(StoreOps, PortListsSplitAroundSixtyThousand) {
@@ -370,9 +361,9 @@ TEST_F(StoreOps, IdenticalSchedulesBothStoredAndTheOlderKeyComesBack) {
 }
 
 TEST_F(StoreOps, UnknownIdNameReadSucceedsButRowReadReportsSubscript) {
-    QString name = QStringLiteral("unchanged");
+    QString name = u"unchanged"_s;
     EXPECT_TRUE(Get_User_Name(0, 9999, name));
-    EXPECT_EQ(name, QStringLiteral("unchanged"));
+    EXPECT_EQ(name, u"unchanged"_s);
     EXPECT_EQ(Box_Texts(), QStringList());
 
     long lock = 77;
@@ -392,29 +383,7 @@ TEST_F(StoreOps, RemotePortIsStoredAsTextAndReadAsNumber) {
     long mode = 0, port = 0;
     QString server;
     ASSERT_TRUE(Get_Remote_Settings(mode, server, port));
-    EXPECT_EQ(QStringLiteral("%1|%2|%3").arg(mode).arg(server).arg(port), QStringLiteral("1|srv01|8080"));
-}
-
-// Reads that hand back several columns: a swapped column or a lost row shows here.
-TEST_F(StoreOps, RecordsReadBackWhatWasWritten) {
-    long id = 0;
-    ASSERT_TRUE(Add_User(QStringLiteral("alice"), id)); // a repeated name gives the existing key
-    EXPECT_EQ(id, m_alice);
-    ASSERT_TRUE(Get_Users(rows, t));
-    ASSERT_EQ(rows, 3);
-    EXPECT_EQ(t.Text(1, 0) + t.Text(3, 0), QStringLiteral("[All Users...]bob")); // key row first
-    EXPECT_EQ(t.Long(3, 1), m_bob);
-
-    ASSERT_TRUE(Set_Url_Message(0, m_bob, 3, "Blocked here", "http://r.example/"));
-    ASSERT_TRUE(Set_App_Message(0, m_bob, 1, "Not now"));
-    long type = -1;
-    QString text, redirect;
-    ASSERT_TRUE(Get_Url_Message(0, m_bob, type, text, redirect));
-    EXPECT_EQ(QStringLiteral("%1|%2|%3").arg(type).arg(text, redirect),
-              QStringLiteral("3|Blocked here|http://r.example/"));
-    ASSERT_TRUE(Get_App_Message(0, m_bob, type, text));
-    EXPECT_EQ(QStringLiteral("%1|%2").arg(type).arg(text), QStringLiteral("1|Not now"));
-    EXPECT_EQ(Box_Texts(), QStringList());
+    EXPECT_EQ(u"%1|%2|%3"_s.arg(mode).arg(server).arg(port), u"1|srv01|8080"_s);
 }
 
 } // namespace

@@ -20,17 +20,20 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cctype>
 #include <functional>
-#include <ostream>
 #include <string>
 #include <unistd.h>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace hv {
 namespace {
 
-QStringList Query(const QString& path, const QByteArray& sql) {
-    return hv::testing::Raw_Rows(path, sql);
+constexpr auto& Query = hv::testing::Raw_Rows;
+
+void Lay_Store(const QString& store) {
+    QString error;
+    ASSERT_TRUE(Create_Store(store, true, &error)) << qPrintable(error);
 }
 
 // A second process holding a lock on the store until it goes.
@@ -65,7 +68,7 @@ public:
     }
     void Click(const char* button) { m_page->findChild<QAbstractButton*>(QLatin1String(button))->click(); }
     void Add(const QString& url) {
-        m_page->findChild<ui::TextBox*>(QStringLiteral("txtBlackUrl"))->Set_Text(url);
+        m_page->findChild<ui::TextBox*>(u"txtBlackUrl"_s)->Set_Text(url);
         Click("cmdBlackAdd");
     }
     QStringList Shown() const {
@@ -103,26 +106,17 @@ std::string Case_Name(const ::testing::TestParamInfo<Case>& info) {
     return std::string(info.param.journal) + '_' + info.param.lock + '_' +
            operations[int(info.param.operation)];
 }
-void PrintTo(const Case& c, std::ostream* os) {
-    *os << Case_Name({c, 0});
-}
 
 class StoreContention : public ::testing::TestWithParam<Case> {};
 
 TEST_P(StoreContention, TheListShowsWhatIsStored) {
     const Case& c = GetParam();
     RulePage w;
-    QString error;
-    ASSERT_TRUE(Create_Store(w.store, true, &error)) << qPrintable(error);
-    Query(w.store,
-          QStringLiteral("PRAGMA journal_mode=%1").arg(QLatin1String(c.journal)).toUtf8().constData());
+    Lay_Store(w.store);
+    Query(w.store, u"PRAGMA journal_mode=%1"_s.arg(QLatin1String(c.journal)).toUtf8().constData());
     Query(w.store, "INSERT INTO BL_TBL (BL_URL) VALUES ('keep.example.com'), ('drop.example.com')");
-    const QString listFile = w.desktop.App_Path() + QStringLiteral("/list.txt");
-    {
-        QFile f(listFile);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("one.example.com\r\ntwo.example.com\r\nthree.example.com\r\n");
-    }
+    const QString listFile = w.desktop.App_Path() + u"/list.txt"_s;
+    hv::testing::Write_File(listFile, "one.example.com\r\ntwo.example.com\r\nthree.example.com\r\n");
     w.Open();
     ASSERT_EQ(w.list->Count(), 2);
     const QStringList before = w.Stored();
@@ -131,7 +125,7 @@ TEST_P(StoreContention, TheListShowsWhatIsStored) {
         ASSERT_TRUE(holder.Ready());
         switch (c.operation) {
         case Operation::Add:
-            w.Add(QStringLiteral("new.example.com"));
+            w.Add(u"new.example.com"_s);
             break;
         case Operation::Remove:
             w.list->User_Select({2});
@@ -148,7 +142,7 @@ TEST_P(StoreContention, TheListShowsWhatIsStored) {
     EXPECT_EQ(w.Shown(), w.Stored());
     EXPECT_EQ(w.Stored() != before, c.stored);
     // A change that did not reach the store was reported in SQLite's words.
-    EXPECT_EQ(w.Reported(QStringLiteral("database is locked")), !c.stored);
+    EXPECT_EQ(w.Reported(u"database is locked"_s), !c.stored);
 }
 
 // In write-ahead-log mode a reader blocks nothing. An older store in rollback-journal mode lets the
@@ -170,8 +164,7 @@ INSTANTIATE_TEST_SUITE_P(Pages, StoreContention,
 // stored, with its column narrowed for the scroll bar once, as at load.
 TEST(StoreContentionPorts, AFailedRemoveReloadsTheListWithItsColumnsAsAtLoad) {
     RulePage w;
-    QString error;
-    ASSERT_TRUE(Create_Store(w.store, true, &error)) << qPrintable(error);
+    Lay_Store(w.store);
     Query(w.store, "PRAGMA journal_mode=DELETE");
     Query(w.store,
           "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 22) "
@@ -186,8 +179,8 @@ TEST(StoreContentionPorts, AFailedRemoveReloadsTheListWithItsColumnsAsAtLoad) {
         w.desktop.answers.push_back(MsgAnswer::Yes);
         w.Click("cmdFRemove");
     }
-    EXPECT_TRUE(w.Reported(QStringLiteral("database is locked")));
-    EXPECT_EQ(Query(w.store, "SELECT COUNT(*) FROM PORT_TBL"), QStringList{QStringLiteral("22")});
+    EXPECT_TRUE(w.Reported(u"database is locked"_s));
+    EXPECT_EQ(Query(w.store, "SELECT COUNT(*) FROM PORT_TBL"), QStringList{u"22"_s});
     EXPECT_EQ(w.list->Count(), 22);
     EXPECT_EQ(w.list->Column_Width(2), width);
 }
@@ -201,15 +194,6 @@ struct Fault {
     bool modes;         // relies on file modes, which root does not obey
 };
 
-void Lay_Store(const QString& store) {
-    QString error;
-    ASSERT_TRUE(Create_Store(store, true, &error)) << qPrintable(error);
-}
-
-void PrintTo(const Fault& f, std::ostream* os) {
-    *os << f.name;
-}
-
 class StoreFaults : public ::testing::TestWithParam<Fault> {
 protected:
     // Root writes through file modes, so the test runs again in a child process as the user nobody.
@@ -218,13 +202,12 @@ protected:
         QProcess child;
         child.setProcessChannelMode(QProcess::MergedChannels);
         QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-        env.insert(QStringLiteral("HOME"), QStringLiteral("/tmp"));
+        env.insert(u"HOME"_s, u"/tmp"_s);
         child.setProcessEnvironment(env);
-        child.start(QStringLiteral("setpriv"),
-                    {QStringLiteral("--reuid=65534"), QStringLiteral("--regid=65534"),
-                     QStringLiteral("--clear-groups"), QCoreApplication::applicationFilePath(),
-                     QStringLiteral("--gtest_filter=%1.%2")
-                         .arg(QLatin1String(info->test_suite_name()), QLatin1String(info->name()))});
+        child.start(u"setpriv"_s, {u"--reuid=65534"_s, u"--regid=65534"_s, u"--clear-groups"_s,
+                                   QCoreApplication::applicationFilePath(),
+                                   u"--gtest_filter=%1.%2"_s.arg(QLatin1String(info->test_suite_name()),
+                                                                 QLatin1String(info->name()))});
         if (!child.waitForStarted())
             GTEST_SKIP() << "running as root, and setpriv is not there to run this case as another user";
         ASSERT_TRUE(child.waitForFinished(120000));
@@ -248,7 +231,7 @@ TEST_P(StoreFaults, AreReportedAndLoseNothing) {
     const QFileInfo before(w.store);
     const QByteArray bytes = hv::testing::File_Bytes(w.store);
     w.Open();
-    w.Add(QStringLiteral("new.example.com"));
+    w.Add(u"new.example.com"_s);
 
     EXPECT_TRUE(w.desktop.failure.isEmpty()) << qPrintable(w.desktop.failure);
     const bool reported = *fault.report ? w.Reported(QLatin1String(fault.report))
@@ -279,32 +262,26 @@ INSTANTIATE_TEST_SUITE_P(
                                 hv::testing::Write_File(s, QByteArray(8192, 'x').prepend("not a store\n"));
                             },
                             "file is not a database", false},
-                      Fault{"missing table",
+                      Fault{"missing_table",
                             [](const QString& s) {
                                 Lay_Store(s);
                                 Query(s, "DROP TABLE BL_TBL");
                             },
                             "no such table: BL_TBL", false},
-                      Fault{"read-only file",
+                      Fault{"read_only_file",
                             [](const QString& s) {
                                 Lay_Store(s);
                                 QFile::setPermissions(s, QFile::ReadOwner);
                             },
                             "attempt to write a readonly database", true},
-                      Fault{"read-only folder",
+                      Fault{"read_only_folder",
                             [](const QString& s) {
                                 Lay_Store(s);
                                 QFile::setPermissions(QFileInfo(s).absolutePath(),
                                                       QFile::ReadOwner | QFile::ExeOwner);
                             },
                             "attempt to write a readonly database", true}),
-    [](const ::testing::TestParamInfo<Fault>& info) {
-        std::string name = info.param.name;
-        std::replace_if(
-            name.begin(), name.end(), [](char ch) { return !std::isalnum(static_cast<unsigned char>(ch)); },
-            '_');
-        return name;
-    });
+    [](const ::testing::TestParamInfo<Fault>& info) { return std::string(info.param.name); });
 
 } // namespace
 } // namespace hv

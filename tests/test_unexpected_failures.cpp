@@ -16,6 +16,8 @@
 #include <new>
 #include <stdexcept>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 struct Throwing final : QObject {
@@ -61,7 +63,7 @@ TEST(LongImport, TellsItsProgressInTheCaptionAndGivesItBack) {
     hv::ScriptedPlatform& world = console.desktop;
     QString error;
     ASSERT_TRUE(console.Lay_Store(&error)) << qPrintable(error);
-    const QString path = world.Windows_Directory() + QStringLiteral("/list.txt");
+    const QString path = world.Windows_Directory() + u"/list.txt"_s;
     {
         QFile f(path);
         ASSERT_TRUE(f.open(QIODevice::WriteOnly));
@@ -81,16 +83,16 @@ TEST(LongImport, TellsItsProgressInTheCaptionAndGivesItBack) {
     answer.cancelled = false;
     answer.files = QStringList{path};
     world.dialogAnswers.push_back(answer);
-    page.findChild<hv::ui::CommandButton*>(QStringLiteral("cmdURLBLImport"))->click();
+    page.findChild<hv::ui::CommandButton*>(u"cmdURLBLImport"_s)->click();
     watch.stop();
 
     EXPECT_TRUE(world.boxes.empty());
     ASSERT_GE(seen.size(), 4);
-    EXPECT_EQ(seen.front(), caption + QStringLiteral(" - Importing 0%"));
+    EXPECT_EQ(seen.front(), caption + u" - Importing 0%"_s);
     // The share of the file read grows with every yield, one every 500 rows: 0, 500, 1000 and 1500 of 1600.
     int before = -1;
     for (const QString& title : seen) {
-        ASSERT_TRUE(title.startsWith(caption + QStringLiteral(" - Importing "))) << qPrintable(title);
+        ASSERT_TRUE(title.startsWith(caption + u" - Importing "_s)) << qPrintable(title);
         const int percent = title.section(u' ', -1).chopped(1).toInt();
         EXPECT_GE(percent, before);
         before = percent;

@@ -1,11 +1,7 @@
-// The settings pages' own arithmetic (client option bits; the device fields are walked by the device lock
-// scenario), the Browse paths shared with the EXE blocker and the line ends of their message boxes. Apply,
-// Esc and the home site link of the page base they share are walked by the settings pages' scenarios.
-#include "admin/frmGeneralOptions.h"
-#include "store/Bits.h"
+// The line ends of the settings pages' message boxes. Their client option bits, Apply, Esc and home site
+// link, and the Browse paths shared with the EXE blocker are walked by the pages' scenarios.
 #include "testing/ScriptedPlatform.h"
 #include "ui/Controls.h"
-#include "ui/ExeBrowse.h"
 #include "ui/Form.h"
 
 #include <QCoreApplication>
@@ -15,20 +11,6 @@
 namespace {
 
 using namespace hv;
-
-// Clearing a client option also clears bit 31 (Apply_Bit, with the validators' tests).
-TEST(ClientOptions, KeysGiveTheirBits) {
-    EXPECT_EQ(Client_Option_Bit(QStringLiteral("c0")), 1);
-    EXPECT_EQ(Client_Option_Bit(QStringLiteral("c2")), 4);
-    EXPECT_TRUE(Is_Client_Option_Set(6, 2));
-    EXPECT_FALSE(Is_Client_Option_Set(6, 1));
-}
-
-TEST(ExeBrowse, OnePathOrAFolderWithItsNames) {
-    EXPECT_EQ(ui::Chosen_Paths(QStringLiteral("/opt/a.exe")), QStringList{"/opt/a.exe"});
-    const QString several = QStringLiteral("/opt") + QChar(0) + "a.exe" + QChar(0) + "b.exe";
-    EXPECT_EQ(ui::Chosen_Paths(several), (QStringList{"/opt/a.exe", "/opt/b.exe"}));
-}
 
 // The message boxes of the settings pages take line ends from Enter, as typed and as routed by the form.
 TEST(TextBoxMultiLine, EnterPutsALineEndOnlyInAMultiLineBox) {

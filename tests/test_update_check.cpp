@@ -21,9 +21,24 @@ class VersionServer final {
 public:
     enum Mode { Answer, Silent, HangUp };
 
-    VersionServer(Mode mode, int status = 200, QByteArray body = {})
-        : m_mode(mode), m_status(status), m_body(std::move(body)) {
-        QObject::connect(&m_server, &QTcpServer::newConnection, [this] { Accept(); });
+    VersionServer(Mode mode, int status = 200, QByteArray body = {}) {
+        QObject::connect(&m_server, &QTcpServer::newConnection, [this, mode, status, body] {
+            while (QTcpSocket* socket = m_server.nextPendingConnection())
+                QObject::connect(socket, &QTcpSocket::readyRead, socket, [=, this] {
+                    m_request += socket->readAll();
+                    if (!m_request.contains("\r\n\r\n"))
+                        return;
+                    requestLine = m_request.left(m_request.indexOf("\r\n"));
+                    if (mode == HangUp)
+                        socket->abort();
+                    else if (mode == Answer) {
+                        socket->write("HTTP/1.1 " + QByteArray::number(status) +
+                                      " Status\r\nContent-Length: " + QByteArray::number(body.size()) +
+                                      "\r\nConnection: close\r\n\r\n" + body);
+                        socket->disconnectFromHost();
+                    }
+                });
+        });
         m_server.listen(QHostAddress::LocalHost);
     }
     QString Url() const {
@@ -32,30 +47,7 @@ public:
     QByteArray requestLine;
 
 private:
-    void Accept() {
-        while (QTcpSocket* socket = m_server.nextPendingConnection())
-            QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { Read(socket); });
-    }
-    void Read(QTcpSocket* socket) {
-        m_request += socket->readAll();
-        if (!m_request.contains("\r\n\r\n"))
-            return;
-        requestLine = m_request.left(m_request.indexOf("\r\n"));
-        if (m_mode == Silent)
-            return;
-        if (m_mode == HangUp) {
-            socket->abort();
-            return;
-        }
-        socket->write("HTTP/1.1 " + QByteArray::number(m_status) + " Status\r\nContent-Length: " +
-                      QByteArray::number(m_body.size()) + "\r\nConnection: close\r\n\r\n" + m_body);
-        socket->disconnectFromHost();
-    }
-
     QTcpServer m_server;
-    Mode m_mode;
-    int m_status;
-    QByteArray m_body;
     QByteArray m_request;
 };
 

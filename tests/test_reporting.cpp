@@ -16,7 +16,7 @@ using namespace hv;
 using hv::testing::File_Bytes;
 using hv::testing::Raised;
 
-TEST(ReportKinds, SortCaptionsMapToColumnsAndUnmappedCaptionsStay) {
+TEST(ReportKinds, SortCaptionsMapToColumnsAndCriteriaTextsKeepTheirSpelling) {
     // clang-format off
     const std::pair<const char*, const char*> cases[] = {
         {"URL", "URL"}, {"Domain Name", "DOMAIN_NAME"}, {"Start Time", "START_TIME"}, {"Send Time", "START_TIME"},
@@ -26,9 +26,7 @@ TEST(ReportKinds, SortCaptionsMapToColumnsAndUnmappedCaptionsStay) {
     // clang-format on
     for (const auto& [caption, column] : cases)
         EXPECT_EQ(report::Sort_Column(QLatin1String(caption)), QLatin1String(column)) << caption;
-}
-
-TEST(ReportKinds, CriteriaTextsKeepTheirSpelling) {
+    // The criteria texts keep their spelling.
     EXPECT_EQ(report::Sort_Text(2, 2, 1), QStringLiteral("Manufaturer"));
     EXPECT_EQ(report::Based_On_Text(2, 1), QStringLiteral("CD/DVD"));
     EXPECT_EQ(report::Sort_Text(0, 0, 0), QStringLiteral("URL Visited"));

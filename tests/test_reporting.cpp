@@ -16,7 +16,7 @@ using namespace hv;
 using hv::testing::File_Bytes;
 using hv::testing::Raised;
 
-TEST(ReportKinds, SortCaptionsMapToColumnsAndUnmappedCaptionsStay) {
+TEST(ReportKinds, SortCaptionsMapToColumnsAndCriteriaTextsKeepTheirSpelling) {
     // clang-format off
     const std::pair<const char*, const char*> cases[] = {
         {"URL", "URL"}, {"Domain Name", "DOMAIN_NAME"}, {"Start Time", "START_TIME"}, {"Send Time", "START_TIME"},
@@ -26,9 +26,7 @@ TEST(ReportKinds, SortCaptionsMapToColumnsAndUnmappedCaptionsStay) {
     // clang-format on
     for (const auto& [caption, column] : cases)
         EXPECT_EQ(report::Sort_Column(QLatin1String(caption)), QLatin1String(column)) << caption;
-}
-
-TEST(ReportKinds, CriteriaTextsKeepTheirSpelling) {
+    // The criteria texts keep their spelling.
     EXPECT_EQ(report::Sort_Text(2, 2, 1), QStringLiteral("Manufaturer"));
     EXPECT_EQ(report::Based_On_Text(2, 1), QStringLiteral("CD/DVD"));
     EXPECT_EQ(report::Sort_Text(0, 0, 0), QStringLiteral("URL Visited"));
@@ -51,25 +49,25 @@ TEST(ReportKinds, ColumnSharesAddUpToTheirDenominator) {
     }
 }
 
-struct TestRow {
-    QString text;
-    QStringList subs;
-    bool bold;
-};
-
+// A sheet of the rows it is given.
 class Sheet final : public ReportSheet {
 public:
-    Sheet(int columns, std::vector<TestRow> rows) : m_columns(columns), m_rows(std::move(rows)) {}
-    int Rows() const override { return int(m_rows.size()); }
+    struct Line {
+        QString text;
+        QStringList subs;
+        bool bold;
+    };
+    Sheet(int columns, std::vector<Line> lines) : m_columns(columns), m_lines(std::move(lines)) {}
+    int Rows() const override { return int(m_lines.size()); }
     int Columns() const override { return m_columns; }
     SheetRow Row(int row) const override {
-        const auto& r = m_rows[size_t(row - 1)];
+        const Line& r = m_lines[size_t(row - 1)];
         return {&r.text, r.subs.isEmpty() ? nullptr : &r.subs, r.bold};
     }
 
 private:
     int m_columns;
-    std::vector<TestRow> m_rows;
+    std::vector<Line> m_lines;
 };
 
 // Each piece written at the file's end by its own unbuffered write, as the fragment has always been made.
@@ -97,11 +95,7 @@ TEST_F(ReportHtml, TwoColumnSheetIsWrittenByteForByteBehindWhatTheFileHolds) {
     platform.now = QDateTime(QDate(2026, 1, 15), QTime(14, 5, 9));
     const Sheet sheet(2, {{"DOMAIN", {}, true}, {"  ", {"  "}, false}, {"a&b<c>", {""}, false}});
     const QString path = Path("r.html");
-    {
-        QFile f(path);
-        ASSERT_TRUE(f.open(QIODevice::WriteOnly));
-        f.write("before");
-    }
+    hv::testing::Write_File(path, "before");
     clsHTML().SaveListViewToFile(sheet, path, QString(), QStringLiteral("HTML"), QStringLiteral("RPT"));
     const QByteArray expected =
         "before\r\n<H2>&nbsp;</H2>\r\n<div align=\"left\">\r\n<table border=\"1\" cellspacing=\"0\" "
@@ -117,7 +111,7 @@ TEST_F(ReportHtml, TwoColumnSheetIsWrittenByteForByteBehindWhatTheFileHolds) {
 }
 
 TEST_F(ReportHtml, BufferedWriterWritesWhatPieceByPieceWritesOnAnySheet) {
-    std::vector<TestRow> rows;
+    std::vector<Sheet::Line> rows;
     for (int i = 0; i < 3500; ++i)
         rows.push_back({i % 7 == 0 ? QString() : QStringLiteral("http://h%1.example/ü?x=1&y=2").arg(i),
                         {QStringLiteral("h%1.example").arg(i), QString(), QStringLiteral("%1").arg(i * 31)},

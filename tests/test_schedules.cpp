@@ -22,47 +22,22 @@ public:
 };
 
 TEST(ScheduleModel, TypeNamesAndCodesTakeEveryOtherValueAsMonthly) {
-    const std::vector<std::pair<long, QString>> names = {{1, "Daily"},   {2, "Weekly"},   {3, "Monthly"},
-                                                         {0, "Monthly"}, {-5, "Monthly"}, {99, "Monthly"}};
-    for (const auto& [code, want] : names) {
+    // clang-format off
+    for (const auto& [code, want] : std::vector<std::pair<long, QString>>{{1, "Daily"}, {2, "Weekly"}, {3, "Monthly"}, {0, "Monthly"}, {-5, "Monthly"}, {99, "Monthly"}}) {
         QString name = "old";
         EXPECT_TRUE(Schedule_Type_Name(code, name));
         EXPECT_EQ(name, want) << code;
     }
-    const std::vector<std::pair<QString, long>> codes = {{"Daily", 1}, {"Weekly", 2}, {"Monthly", 3},
-                                                         {"daily", 3}, {"", 3},       {"Weekly ", 3}};
-    for (const auto& [name, want] : codes) {
+    for (const auto& [name, want] : std::vector<std::pair<QString, long>>{{"Daily", 1}, {"Weekly", 2}, {"Monthly", 3}, {"daily", 3}, {"", 3}, {"Weekly ", 3}}) {
+        // clang-format on
         long code = 0;
         EXPECT_TRUE(Schedule_Type_Code(name, code));
         EXPECT_EQ(code, want) << name.toStdString();
     }
 }
 
-TEST(ScheduleModel, MasksBecomeAbbreviationsAppendedToWhatTheTextHolds) {
-    struct Case {
-        long mask;
-        bool months;
-        QString before;
-        QString want;
-    };
-    const std::vector<Case> cases = {
-        {10, false, "", "Mon, Wed"},
-        {127, false, "", "Sun, Mon, Tue, Wed, Thu, Fri, Sat"},
-        {0, false, "", ""},
-        {64 + 128, false, "", "Sat"}, // bits above Saturday are no day
-        {1, false, "Fri", "Fri, Sun"},
-        {2048 + 1, true, "", "Jan, Dec"},
-        {4095, true, "", "Jan, Feb, Mar, Apr, May, Jun, Jul, Aug, Sep, Oct, Nov, Dec"},
-        {0, true, "x", "x"},
-    };
-    for (const Case& c : cases) {
-        QString text = c.before;
-        EXPECT_TRUE(c.months ? Month_Mask_To_Text(c.mask, text) : Weekday_Mask_To_Text(c.mask, text));
-        EXPECT_EQ(text, c.want) << c.mask;
-    }
-}
-
-TEST(ScheduleModel, CheckListsGiveTheSameTextsAndMasksAsTheStoredMasks) {
+// The texts of the stored masks, given back by the check lists and by the names alone.
+TEST(ScheduleModel, MasksBecomeAbbreviationsThatCheckListsAndNamesGiveBack) {
     FakeCheckList days, months;
     Fill_Weekday_List(days);
     Fill_Month_List(months);
@@ -70,30 +45,37 @@ TEST(ScheduleModel, CheckListsGiveTheSameTextsAndMasksAsTheStoredMasks) {
     ASSERT_EQ(months.Item_Count(), 12);
     EXPECT_EQ(days.Item_Text(1), "Sunday");
     EXPECT_EQ(months.Item_Text(9), "September");
-
-    struct Kind {
-        FakeCheckList& list;
-        bool (*toText)(long, QString&);
-        void (*fromText)(const QString&, CheckList&);
-        long (*namesToBits)(const QString&);
-        std::vector<long> masks;
-    };
-    // clang-format off
-    for (const Kind& k : {Kind{days, Weekday_Mask_To_Text, Check_Weekdays_From_Text, Weekday_Names_To_Bits, {1, 10, 65, 127}},
-                          Kind{months, Month_Mask_To_Text, Check_Months_From_Text, Month_Names_To_Bits, {1, 2049, 4095, 48}}}) {
-        // clang-format on
-        for (long mask : k.masks) {
-            Clear_Checks(days, months);
-            QString text, listed;
-            k.toText(mask, text);
-            k.fromText(text, k.list);
-            long back = 0;
-            Checked_Items_To_Text(listed, k.list);
-            Checked_Items_To_Mask(back, k.list);
-            EXPECT_EQ(listed, text);
-            EXPECT_EQ(back, mask);
-            EXPECT_EQ(k.namesToBits(text), mask);
-        }
+    const struct {
+        long mask;
+        bool months;
+        QString before, want;
+    } cases[] = {
+        // clang-format off
+        {1, false, "", "Sun"}, {10, false, "", "Mon, Wed"}, {65, false, "", "Sun, Sat"},
+        {127, false, "", "Sun, Mon, Tue, Wed, Thu, Fri, Sat"},
+        {0, false, "", ""},
+        {64 + 128, false, "", "Sat"}, // bits above Saturday are no day
+        {1, false, "Fri", "Fri, Sun"}, // appended to what the text holds
+        {1, true, "", "Jan"}, {2048 + 1, true, "", "Jan, Dec"}, {48, true, "", "May, Jun"},
+        {4095, true, "", "Jan, Feb, Mar, Apr, May, Jun, Jul, Aug, Sep, Oct, Nov, Dec"},
+        {0, true, "x", "x"},
+    }; // clang-format on
+    for (const auto& c : cases) {
+        QString text = c.before;
+        EXPECT_TRUE(c.months ? Month_Mask_To_Text(c.mask, text) : Weekday_Mask_To_Text(c.mask, text));
+        EXPECT_EQ(text, c.want) << c.mask;
+        if (!c.before.isEmpty() || c.mask > (c.months ? 4095 : 127))
+            continue;
+        FakeCheckList& list = c.months ? months : days;
+        Clear_Checks(days, months);
+        (c.months ? Check_Months_From_Text : Check_Weekdays_From_Text)(text, list);
+        QString listed;
+        long back = 0;
+        Checked_Items_To_Text(listed, list);
+        Checked_Items_To_Mask(back, list);
+        EXPECT_EQ(listed, text) << c.mask;
+        EXPECT_EQ(back, c.mask) << c.mask;
+        EXPECT_EQ((c.months ? Month_Names_To_Bits : Weekday_Names_To_Bits)(text), c.mask) << c.mask;
     }
 
     // The mask adds to what it is given; the text is appended; checking from text never unchecks and
@@ -137,68 +119,58 @@ ScheduleRow Row(const char* type, const char* from, const char* to, const char* 
     return {type, from, to, days, tag};
 }
 
-TEST(ScheduleModel, DuplicateRuleRefusesOnlyExactTextsAndCountsTheEditedRow) {
+// The internet scheduler refuses only exact texts (the edited row counts too); the application scheduler
+// refuses strict overlaps, comparing days only within one type and passing over the edited row.
+TEST(ScheduleModel, DuplicateAndOverlapRulesJudgeEveryRow) {
     struct Case {
         const char* what;
         std::vector<ScheduleRow> rows;
         Cand c;
-        bool exists;
+        bool exists, overlaps;
     };
     // clang-format off
-    const std::vector<Case> cases = {
-        {"daily twice", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:00", "Daily", "", ""}, true},
-        {"daily beside a shifted one", {Row("Daily", "08:00", "09:00")}, {"08:30", "09:30", "Daily", "", ""}, false},
-        {"daily ignores leftover day text", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:00", "Daily", "Mon", ""}, true},
-        {"weekly same days", {Row("Weekly", "08:00", "09:00", "Mon, Tue")}, {"08:00", "09:00", "Weekly", "Mon, Tue", ""}, true},
-        {"weekly part of the days", {Row("Weekly", "08:00", "09:00", "Mon, Tue")}, {"08:00", "09:00", "Weekly", "Mon", ""}, false},
-        {"monthly by the month text", {Row("Monthly", "08:00", "09:00", "Jan")}, {"08:00", "09:00", "Monthly", "", "Jan"}, true},
-        {"other type same times", {Row("Weekly", "08:00", "09:00", "Mon")}, {"08:00", "09:00", "Monthly", "", "Mon"}, false},
-        {"other To", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:01", "Daily", "", ""}, false},
-        {"the edited row itself", {Row("Daily", "08:00", "09:00", "", "7")}, {"08:00", "09:00", "Daily", "", "", "7"}, true},
-        {"a later row matches", {Row("Daily", "10:00", "11:00"), Row("Daily", "08:00", "09:00", "", "2")}, {"08:00", "09:00", "Daily", "", ""}, true},
+    const Case cases[] = {
+        {"touching after", {Row("Daily", "08:00", "09:00")}, {"09:00", "10:00", "Daily"}, false, false},
+        {"touching before", {Row("Daily", "08:00", "09:00")}, {"07:00", "08:00", "Daily"}, false, false},
+        {"equal window", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:00", "Daily"}, true, true},
+        {"inside", {Row("Daily", "08:00", "09:00")}, {"08:15", "08:45", "Daily"}, false, true},
+        {"around", {Row("Daily", "08:00", "09:00")}, {"07:00", "10:00", "Daily"}, false, true},
+        {"shifted", {Row("Daily", "08:00", "09:00")}, {"08:30", "09:30", "Daily"}, false, true},
+        {"other To", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:01", "Daily"}, false, true},
+        {"no length at R.From", {Row("Daily", "08:00", "09:00")}, {"08:00", "08:00", "Daily"}, false, false},
+        {"no length inside", {Row("Daily", "08:00", "09:00")}, {"08:30", "08:30", "Daily"}, false, true},
+        {"no length at R.To", {Row("Daily", "08:00", "09:00")}, {"09:00", "09:00", "Daily"}, false, false},
+        {"row of no length, t strictly inside", {Row("Daily", "08:30", "08:30")}, {"08:00", "09:00", "Daily"}, false, true},
+        {"two rows of no length", {Row("Daily", "08:30", "08:30")}, {"08:30", "08:30", "Daily"}, true, false},
+        {"edited row itself", {Row("Daily", "08:00", "09:00", "", "5")}, {"08:00", "09:00", "Daily", "", "", "5"}, true, false},
+        {"other row than the edited", {Row("Daily", "08:00", "09:00", "", "5")}, {"08:00", "09:00", "Daily", "", "", "6"}, true, true},
+        {"a later row matches", {Row("Daily", "10:00", "11:00"), Row("Daily", "08:00", "09:00", "", "2")}, {"08:00", "09:00", "Daily"}, true, true},
+        {"daily ignores leftover day text", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:00", "Daily", "Mon"}, true, true},
+        {"weekly same days", {Row("Weekly", "08:00", "09:00", "Mon, Tue")}, {"08:00", "09:00", "Weekly", "Mon, Tue"}, true, true},
+        {"weekly part of the days", {Row("Weekly", "08:00", "09:00", "Mon, Tue")}, {"08:00", "09:00", "Weekly", "Mon"}, false, true},
+        {"weekly other day", {Row("Weekly", "08:00", "09:00", "Mon")}, {"08:00", "09:00", "Weekly", "Tue"}, false, false},
+        {"weekly shared day", {Row("Weekly", "08:00", "09:00", "Mon, Wed")}, {"08:00", "09:00", "Weekly", "Tue, Wed"}, false, true},
+        {"weekly days, times apart", {Row("Weekly", "08:00", "09:00", "Mon")}, {"10:00", "11:00", "Weekly", "Mon"}, false, false},
+        {"monthly by the month text", {Row("Monthly", "08:00", "09:00", "Jan")}, {"08:00", "09:00", "Monthly", "", "Jan"}, true, true},
+        {"monthly other month", {Row("Monthly", "08:00", "09:00", "Jan")}, {"08:00", "09:00", "Monthly", "", "Feb"}, false, false},
+        {"monthly shared month", {Row("Monthly", "08:00", "09:00", "Jan, Mar")}, {"08:00", "09:00", "Monthly", "", "Mar"}, false, true},
+        {"other type, same text", {Row("Weekly", "08:00", "09:00", "Mon")}, {"08:00", "09:00", "Monthly", "", "Mon"}, false, true},
+        {"weekly against monthly", {Row("Monthly", "08:00", "09:00", "Jan")}, {"08:00", "09:00", "Weekly", "Mon"}, false, true},
+        {"monthly against weekly", {Row("Weekly", "08:00", "09:00", "Mon")}, {"08:00", "09:00", "Monthly", "", "Jan"}, false, true},
+        {"weekly against daily row", {Row("Daily", "08:00", "09:00")}, {"08:00", "09:00", "Weekly", "Mon"}, false, true},
+        {"daily against weekly row", {Row("Weekly", "08:00", "09:00", "Sat")}, {"08:30", "10:00", "Daily"}, false, true},
     };
     // clang-format on
-    for (const Case& c : cases)
-        EXPECT_EQ(Schedule_Exists(c.rows, c.c.c), c.exists) << c.what;
-}
-
-TEST(ScheduleModel, OverlapRuleIsStrictAndComparesDaysOnlyWithinOneType) {
-    struct Case {
-        const char* what;
-        ScheduleRow row;
-        Cand c;
-        bool overlaps;
-    };
-    // clang-format off
-    const std::vector<Case> cases = {
-        {"touching after", Row("Daily", "08:00", "09:00"), {"09:00", "10:00", "Daily"}, false},
-        {"touching before", Row("Daily", "08:00", "09:00"), {"07:00", "08:00", "Daily"}, false},
-        {"equal window", Row("Daily", "08:00", "09:00"), {"08:00", "09:00", "Daily"}, true},
-        {"inside", Row("Daily", "08:00", "09:00"), {"08:15", "08:45", "Daily"}, true},
-        {"around", Row("Daily", "08:00", "09:00"), {"07:00", "10:00", "Daily"}, true},
-        {"no length at R.From", Row("Daily", "08:00", "09:00"), {"08:00", "08:00", "Daily"}, false},
-        {"no length inside", Row("Daily", "08:00", "09:00"), {"08:30", "08:30", "Daily"}, true},
-        {"no length at R.To", Row("Daily", "08:00", "09:00"), {"09:00", "09:00", "Daily"}, false},
-        {"row of no length, t strictly inside", Row("Daily", "08:30", "08:30"), {"08:00", "09:00", "Daily"}, true},
-        {"two rows of no length", Row("Daily", "08:30", "08:30"), {"08:30", "08:30", "Daily"}, false},
-        {"edited row itself", Row("Daily", "08:00", "09:00", "", "5"), {"08:00", "09:00", "Daily", "", "", "5"}, false},
-        {"other row than the edited", Row("Daily", "08:00", "09:00", "", "5"), {"08:00", "09:00", "Daily", "", "", "6"}, true},
-        {"weekly other day", Row("Weekly", "08:00", "09:00", "Mon"), {"08:00", "09:00", "Weekly", "Tue"}, false},
-        {"weekly shared day", Row("Weekly", "08:00", "09:00", "Mon, Wed"), {"08:00", "09:00", "Weekly", "Tue, Wed"}, true},
-        {"monthly other month", Row("Monthly", "08:00", "09:00", "Jan"), {"08:00", "09:00", "Monthly", "", "Feb"}, false},
-        {"monthly shared month", Row("Monthly", "08:00", "09:00", "Jan, Mar"), {"08:00", "09:00", "Monthly", "", "Mar"}, true},
-        {"weekly against monthly", Row("Monthly", "08:00", "09:00", "Jan"), {"08:00", "09:00", "Weekly", "Mon"}, true},
-        {"monthly against weekly", Row("Weekly", "08:00", "09:00", "Mon"), {"08:00", "09:00", "Monthly", "", "Jan"}, true},
-        {"weekly against daily row", Row("Daily", "08:00", "09:00"), {"08:00", "09:00", "Weekly", "Mon"}, true},
-        {"daily against weekly row", Row("Weekly", "08:00", "09:00", "Sat"), {"08:30", "10:00", "Daily"}, true},
-        {"weekly days, times apart", Row("Weekly", "08:00", "09:00", "Mon"), {"10:00", "11:00", "Weekly", "Mon"}, false},
-    };
-    // clang-format on
+    // All rows are visited: a harmless row before or after does not hide a conflict.
+    const ScheduleRow apart = Row("Daily", "20:00", "21:00", "", "99");
     for (const Case& c : cases) {
-        EXPECT_EQ(Schedule_Overlaps({c.row}, c.c.c), c.overlaps) << c.what;
-        // All rows are visited: a harmless row before or after does not hide a conflict.
-        const ScheduleRow apart = Row("Daily", "20:00", "21:00", "", "99");
-        EXPECT_EQ(Schedule_Overlaps({apart, c.row, apart}, c.c.c), c.overlaps) << c.what;
+        std::vector<ScheduleRow> among = {apart};
+        among.insert(among.end(), c.rows.begin(), c.rows.end());
+        among.push_back(apart);
+        for (const auto& rows : {c.rows, among}) {
+            EXPECT_EQ(Schedule_Exists(rows, c.c.c), c.exists) << c.what;
+            EXPECT_EQ(Schedule_Overlaps(rows, c.c.c), c.overlaps) << c.what;
+        }
     }
 }
 
@@ -208,7 +180,7 @@ TEST(ScheduleModel, PressesAreJudgedInOrderTimeSelectionConflictLimit) {
     for (int i = 0; i < kMaxSchedules; ++i)
         full.push_back(Row("Weekly", "08:00", "09:00", "Mon", ""));
     std::vector<ScheduleRow> almost(full.begin(), full.end() - 1);
-    struct Case {
+    const struct {
         const char* what;
         Cand c;
         QString selection;
@@ -216,9 +188,8 @@ TEST(ScheduleModel, PressesAreJudgedInOrderTimeSelectionConflictLimit) {
         bool adding;
         ScheduleConflictRule rule;
         ScheduleVerdict want;
-    };
-    // clang-format off
-    const std::vector<Case> cases = {
+    } cases[] = {
+        // clang-format off
         {"over midnight", {"22:00", "06:00", "Daily"}, "", &one, true, Schedule_Exists, ScheduleVerdict::ToBeforeFrom},
         {"to before from wins over no selection", {"10:00", "09:00", "Weekly"}, "", &one, true, Schedule_Exists, ScheduleVerdict::ToBeforeFrom},
         {"no length is legal", {"10:00", "10:00", "Daily"}, "", &one, true, Schedule_Exists, ScheduleVerdict::Accepted},
@@ -232,7 +203,7 @@ TEST(ScheduleModel, PressesAreJudgedInOrderTimeSelectionConflictLimit) {
         {"a save at 20", {"10:00", "11:00", "Weekly", "Mon"}, "Mon", &full, false, Schedule_Exists, ScheduleVerdict::Accepted},
     };
     // clang-format on
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(Judge_Schedule(c.c.c, c.selection, *c.rows, c.adding, c.rule), c.want) << c.what;
     EXPECT_EQ(Schedule_Limit_Message(), "You cannot add more than 20 Schedules.!");
 }
